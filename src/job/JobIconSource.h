@@ -1,0 +1,19 @@
+// JobIconSource: where buttons and menus get their icon numbers from. The upper part of the
+// system installs the real one; without it every request gives -1, no icon.
+#pragma once
+
+#include "job/JobFacts.h"
+
+namespace JobLayer {
+
+class JobIconSource {
+public:
+  virtual ~JobIconSource() = default;
+  // The number of the icon for file and index; -1 for none.
+  virtual int32_t request(const RawString& file, int32_t iconIndex) = 0;
+
+  static void install(JobIconSource* source); // null removes it; the caller keeps it alive
+  static int32_t iconNumber(const RawString& file, int32_t iconIndex);
+};
+
+} // namespace JobLayer

@@ -1,0 +1,62 @@
+// JobVariableExpander: turns a text with $(...) into plain text. JobVariableArgument: one parsed
+// call, as a function sees it.
+//
+// An expander is a small value made on the stack at each use. The outermost call is parsed first
+// and its arguments stay unexpanded until the function reads them. Every fault is reported where
+// it arises; whoever calls `expand` stores the state in the table's last-state slot.
+#pragma once
+
+#include "job/JobExecutorPair.h"
+#include "job/JobVariable.h"
+#include "raw/RawStringList.h"
+
+namespace JobLayer {
+
+class JobVariableArgument {
+public:
+  class Expander {
+  public:
+    // Slot order: destructor, expand, evaluate, isDefined.
+    virtual ~Expander() = default;
+    virtual JobVariableResult expand(const RawString& text) = 0;
+    virtual JobVariableResult evaluate(const RawString& name, JobVariableArgument& argument) = 0;
+    virtual bool isDefined(const RawString& name) = 0;
+  };
+  enum Flag : int32_t { Unexpanded = 1, Optional = 2, NotNegative = 4 };
+
+  Expander* expander;
+  int32_t failure = 0;               // or the state of a fault met while arguments were read
+  RawLayer::RawStringList tokens;    // the name, then the arguments, all unexpanded
+  RawString source;                  // the text that holds the call
+  RawRange range;                    // the call in it, with "$(" and ")"
+
+  JobVariableArgument(Expander& owner, const RawString& text) : expander(&owner), source(text) {}
+
+  [[nodiscard]] int32_t argumentCount() const { return tokens.count() - 1; }
+  // The text of argument `index` (0 is the name). A missing one is a fault unless Optional.
+  RawString get(int32_t index, int32_t flags = 0);
+  // The same as a signed 64-bit number; 0 with `failure` set when it is none.
+  int64_t getNumber(int32_t index, int32_t flags = 0);
+  [[nodiscard]] RawString callText() const; // "$(...)" as written
+  void reportError(const RawString& key, const RawString& value);
+};
+
+class JobVariableExpander : public JobVariableArgument::Expander {
+public:
+  static constexpr int32_t ReplacementLimit = 99;
+
+  explicit JobVariableExpander(const JobExecutorPair& caller,
+                               JobVariableList& table = JobVariableStore::instance())
+      : table_(&table), caller_(caller) {}
+  JobVariableResult expand(const RawString& text) override;
+  JobVariableResult evaluate(const RawString& name, JobVariableArgument& argument) override;
+  bool isDefined(const RawString& name) override;
+  // `expand`, with the state stored in the table's last-state slot.
+  RawString expandAndStore(const RawString& text);
+
+private:
+  JobVariableList* table_;
+  JobExecutorPair caller_;
+};
+
+} // namespace JobLayer
