@@ -27,15 +27,15 @@ function(tarvellon_layer layer)
       list(APPEND files ${CMAKE_SOURCE_DIR}/tests/host/${name}_host.cpp)
     endforeach()
   endif()
-  if(NOT files)
-    list(APPEND files ${CMAKE_SOURCE_DIR}/cmake/empty.cpp)
-  endif()
-
   foreach(file IN LISTS files) # BOOTSTRAP
     if(NOT EXISTS ${file})
       list(REMOVE_ITEM files ${file})
     endif()
   endforeach()
+  if(NOT files)
+    list(APPEND files ${CMAKE_SOURCE_DIR}/cmake/empty.cpp)
+  endif()
+
   add_library(${layer} STATIC ${files})
   target_link_libraries(${layer} PUBLIC tarvellon_flags ${arg_DEPENDS} PRIVATE tarvellon_warnings)
 
