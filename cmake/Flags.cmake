@@ -34,8 +34,7 @@ endif()
 
 if(TARVELLON_SANITIZE)
   target_compile_options(tarvellon_flags INTERFACE
-    -fsanitize=${TARVELLON_SANITIZE} -fno-omit-frame-pointer -g -O1
-    $<$<STREQUAL:${TARVELLON_SANITIZE},address$<COMMA>undefined>:-fno-sanitize-recover=all>)
+    -fsanitize=${TARVELLON_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g -O1)
   target_link_options(tarvellon_flags INTERFACE -fsanitize=${TARVELLON_SANITIZE})
 endif()
 
