@@ -7,16 +7,16 @@
 namespace JobLayer {
 
 class JobActionUnit {
-public:
+ public:
   RawString name;
   JobParamList params;
 };
 class JobActionListAllocator : public RawLayer::RawListAllocator<JobActionUnit> {
-public:
+ public:
   void destroy(JobActionUnit* element) override { delete element; }
 };
 class JobActionList : public RawLayer::RawListR<JobActionListAllocator, JobActionUnit> {
-public:
+ public:
   // The first with the name, exact case; null when missing.
   [[nodiscard]] JobActionUnit* find(const RawString& name) const;
   JobActionUnit* add(const RawString& name);

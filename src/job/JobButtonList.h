@@ -10,7 +10,7 @@
 namespace JobLayer {
 
 class JobButtonUnit {
-public:
+ public:
   enum Flag : uint16_t {
     IsSeparator = 0x0001, // the name is "-"
     IsHidden = 0x0002,
@@ -33,15 +33,16 @@ public:
   [[nodiscard]] bool isUsable() const { return (flags & (IsSeparator | IsHidden)) == 0; }
 };
 class JobButtonListAllocator : public RawLayer::RawListAllocator<JobButtonUnit> {
-public:
+ public:
   void destroy(JobButtonUnit* element) override { delete element; }
 };
 
 class JobButtonList : public RawLayer::RawListR<JobButtonListAllocator, JobButtonUnit>,
                       public JobDataSaver::Caller {
-public:
+ public:
   JobButtonUnit templateUnit; // of section "Button:*"; no template while its name is empty
 
+  static const RawString& sectionPrefix(); // "Button:"
   [[nodiscard]] JobButtonUnit* find(const RawString& name) const;
   [[nodiscard]] JobButtonUnit* at(int32_t index) const; // null outside
   JobButtonUnit* add(const RawString& name);
@@ -50,7 +51,8 @@ public:
   [[nodiscard]] int32_t previousUsable(int32_t index) const;
   [[nodiscard]] int32_t nextUsable(int32_t index) const;
   // A new entry for a dropped path, before `index` or at the end; gives it.
-  JobButtonUnit* insertFromPath(int32_t index, const RawString& path, const JobExecutorPair& executor);
+  JobButtonUnit* insertFromPath(int32_t index, const RawString& path,
+                                const JobExecutorPair& executor);
   void writeAll(RawLayer::RawLineFile& file) override;
 };
 

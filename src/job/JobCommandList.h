@@ -11,7 +11,7 @@ namespace JobLayer {
 class JobExecutionRecord;
 
 class JobCommandListAllocator : public RawLayer::RawListAllocator<JobCommandUnit> {
-public:
+ public:
   void destroy(JobCommandUnit*) override {} // the commands are static
 };
 
@@ -36,7 +36,7 @@ struct JobCommandLineRun {
 
 class JobCommandList : public RawLayer::RawListR<JobCommandListAllocator, JobCommandUnit>,
                        public JobParamExecutor {
-public:
+ public:
   enum Flag : uint16_t {
     BreakTravels = 0x0001, // a Break is travelling up to its loop
     ElseRuns = 0x0002,     // the last If found its condition false
@@ -61,8 +61,14 @@ public:
 
   [[nodiscard]] JobCommandUnit* findCommand(const RawString& keyword) const;
 
-private:
+  [[nodiscard]] bool hasFlag(Flag flag) const { return (flags & flag) != 0; }
+  void setFlag(Flag flag, bool on) {
+    flags = static_cast<uint16_t>(on ? flags | flag : flags & ~flag);
+  }
+
+ private:
   void add(JobCommandUnit& command);
+  bool runAction(const RawString& name);
 };
 
 } // namespace JobLayer

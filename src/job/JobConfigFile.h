@@ -6,7 +6,7 @@
 namespace JobLayer {
 
 class JobConfigFile {
-public:
+ public:
   // Reads the file that JobFacts names, and defines the two initial variables. A file that cannot
   // be read leaves the lists empty, with no message. Each unbalanced section is reported once.
   static void load(JobSelectorList& selectors, JobButtonList& buttons, JobActionList& actions);

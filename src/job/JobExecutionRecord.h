@@ -18,12 +18,15 @@ public:
   JobExecutionRecord(const JobExecutionRecord&) = delete;
   JobExecutionRecord& operator=(const JobExecutionRecord&) = delete;
 
+  // Whether runs and variable calls are logged at all, so that a caller can spare their texts.
+  static bool logsRuns() { return JobFacts::instance().logCategories.containsChar(u'U'); }
+
   void setResult(const RawString& text);
   void setResult(bool success); // "Success" or "Failed"
   void close();                 // once; later calls do nothing
 
 private:
-  void open(char16_t category, const RawString& prefix, const RawString& detail);
+  void open(const RawString& prefix, const RawString& detail);
   bool active_ = false;
   JobExecutorPair user_;
   JobExecutorPair executor_;

@@ -7,7 +7,7 @@
 namespace JobLayer {
 
 class JobIconSource {
-public:
+ public:
   virtual ~JobIconSource() = default;
   // The number of the icon for file and index; -1 for none.
   virtual int32_t request(const RawString& file, int32_t iconIndex) = 0;

@@ -9,13 +9,14 @@ namespace JobLayer {
 using RawLayer::RawMoment;
 
 class JobLogLine {
-public:
-  static const RawString& prefix(); // "$ ", of an ordinary detail
+ public:
+  static const RawString& prefix();                // "$ ", of an ordinary detail
   static RawString stamp(const RawMoment& moment); // YYYYMMDD.HHMMSS.mmm
   // "#keyword", ":first" and ":second" when not empty, ":stamp", "|prefix detail" with a detail.
   static RawString event(const RawString& keyword, const RawString& first, const RawString& second,
-                         const RawMoment& moment, const RawString& detailPrefix,
-                         const RawString& detail);
+                         const RawMoment& moment,
+                         const RawString& detailPrefix = RawString::emptyStatic(),
+                         const RawString& detail = RawString::emptyStatic());
   // "@from>to:stamp|prefix detail".
   static RawString transition(const RawString& from, const RawString& to, const RawMoment& moment,
                               const RawString& detailPrefix, const RawString& detail);

@@ -12,8 +12,10 @@
 
 namespace JobLayer {
 
+class JobParamLines;
+
 class JobParamUnit {
-public:
+ public:
   enum Type : int32_t { TypeNone = 0, TypeText = 1, TypeCommand = 2 };
 
   RawString key;
@@ -30,16 +32,22 @@ public:
 };
 
 class JobParamListAllocator : public RawLayer::RawListAllocator<JobParamUnit> {
-public:
+ public:
   void destroy(JobParamUnit* element) override;
 };
 
 class JobParamList : public RawLayer::RawListR<JobParamListAllocator, JobParamUnit>,
                      public RawLayer::RawDataShared::Duplicator {
-public:
+ public:
+  // Blocks may stand in each other to this depth; a deeper one counts as unbalanced. Whatever walks
+  // a tree may therefore call itself for each level.
+  static constexpr int32_t MaxNesting = 500;
+
   // Replaces the contents by the lines' entries. False on unbalanced blocks: what was added before
   // the fault stays.
   bool Parse(const RawLayer::RawRangedTextList& lines);
+  // The same for lines that are read while they are parsed. On a fault some may be left unread.
+  bool Parse(JobParamLines& lines);
   void addText(const RawString& key, const RawString& value);
   void addBlock(const RawString& key, const JobParamList& params); // shares that list
   // The first entry with the key, exact case; null when missing.
@@ -49,17 +57,18 @@ public:
   void writeAll(RawLayer::RawLineFile& file, int32_t indent) const;
   void summarizeAll(RawString& target) const;
   // A private copy with the pattern replaced in every value, at every level.
-  [[nodiscard]] JobParamList substituted(const RawString& pattern, const RawString& replacement) const;
+  [[nodiscard]] JobParamList substituted(const RawString& pattern,
+                                         const RawString& replacement) const;
   void substituteAll(const RawString& pattern, const RawString& replacement);
   void duplicate() override;
 
-private:
+ private:
   enum ParseResult { Fault = 0, ClosedByBrace = 1, EndOfLines = 2 };
-  ParseResult ParseLines(RawLayer::RawListNode*& cursor);
+  ParseResult ParseLines(JobParamLines& lines, int32_t nesting);
 };
 
 class JobParamText : public JobParamUnit {
-public:
+ public:
   RawString value; // as it stood behind the "=", unexpanded
 
   JobParamText(const RawString& name, const RawString& text) : JobParamUnit(name), value(text) {}
@@ -71,11 +80,12 @@ public:
 };
 
 class JobParamCommand : public JobParamUnit {
-public:
+ public:
   JobParamList params; // the lines inside its braces
 
   explicit JobParamCommand(const RawString& name) : JobParamUnit(name) {}
-  JobParamCommand(const RawString& name, const JobParamList& list) : JobParamUnit(name), params(list) {}
+  JobParamCommand(const RawString& name, const JobParamList& list)
+      : JobParamUnit(name), params(list) {}
   [[nodiscard]] int32_t type() const override { return TypeCommand; }
   [[nodiscard]] JobParamUnit* clone() const override; // shares the inner list
   void write(RawLayer::RawLineFile& file, int32_t indent) const override;

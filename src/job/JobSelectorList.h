@@ -8,7 +8,7 @@
 namespace JobLayer {
 
 class JobSelectorUnit {
-public:
+ public:
   enum Flag : uint16_t {
     IsSeparator = 0x0001, // the name is "-"
     IsMarked = 0x0002,
@@ -25,7 +25,7 @@ public:
   [[nodiscard]] bool isMarked() const { return (flags & IsMarked) != 0; }
 };
 class JobSelectorListAllocator : public RawLayer::RawListAllocator<JobSelectorUnit> {
-public:
+ public:
   void destroy(JobSelectorUnit* element) override { delete element; }
 };
 
@@ -38,11 +38,12 @@ struct JobMarkedRange {
 
 class JobSelectorList : public RawLayer::RawListR<JobSelectorListAllocator, JobSelectorUnit>,
                         public JobDataSaver::Caller {
-public:
+ public:
   JobSelectorUnit templateUnit; // of section "Selector:*"; no template while its name is empty
   int32_t current = 0;
   int32_t reserved = 0;
 
+  static const RawString& sectionPrefix(); // "Selector:"
   [[nodiscard]] JobSelectorUnit* find(const RawString& name) const;
   [[nodiscard]] JobSelectorUnit* at(int32_t index) const; // null outside
   JobSelectorUnit* add(const RawString& name);
@@ -61,7 +62,7 @@ public:
 
 // By names, folding ASCII letters.
 class JobSelectorListSort : public RawLayer::RawListSortR<JobSelectorUnit> {
-public:
+ public:
   using RawListSortR<JobSelectorUnit>::RawListSortR;
   int32_t compare(const JobSelectorUnit* a, const JobSelectorUnit* b) override;
 };

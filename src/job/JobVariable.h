@@ -30,7 +30,7 @@ struct JobVariableResult {
 };
 
 class JobVariableUnit {
-public:
+ public:
   enum Flag : uint16_t {
     UserVariable = 0x0001,    // made by a script or the system at run time
     SetSinceRestore = 0x0002, // the value was set since the last restore
@@ -47,12 +47,12 @@ public:
 };
 
 class JobVariableListAllocator : public RawLayer::RawListAllocator<JobVariableUnit> {
-public:
+ public:
   void destroy(JobVariableUnit* element) override { delete element; }
 };
 
 class JobVariableList : public RawLayer::RawListR<JobVariableListAllocator, JobVariableUnit> {
-public:
+ public:
   int32_t lastState = VariableSuccess; // of the last expansion, stored by whoever expands
   RawLayer::RawLock lock;
 
@@ -65,7 +65,7 @@ public:
 };
 
 class JobVariableStore : public JobVariableList {
-public:
+ public:
   JobVariableStore(); // with the whole table of built-ins
   static JobVariableStore& instance();
   // "ExitCode" with "0" and "Missing" with nothing.

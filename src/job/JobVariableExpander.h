@@ -2,8 +2,12 @@
 // call, as a function sees it.
 //
 // An expander is a small value made on the stack at each use. The outermost call is parsed first
-// and its arguments stay unexpanded until the function reads them. Every fault is reported where
-// it arises; whoever calls `expand` stores the state in the table's last-state slot.
+// and its arguments stay unexpanded until the function reads them; what a call gives is pasted in
+// and scanned again. Every fault is reported where it arises; whoever calls `expand` stores the
+// state in the table's last-state slot.
+//
+// Only "$(" opens a call, ":" parts its arguments and ")" ends it: no quotes, no escapes. One
+// object belongs to one thread. The calls inside each other's arguments go NestingLimit deep.
 #pragma once
 
 #include "job/JobExecutorPair.h"
@@ -13,9 +17,9 @@
 namespace JobLayer {
 
 class JobVariableArgument {
-public:
+ public:
   class Expander {
-  public:
+   public:
     // Slot order: destructor, expand, evaluate, isDefined.
     virtual ~Expander() = default;
     virtual JobVariableResult expand(const RawString& text) = 0;
@@ -25,25 +29,36 @@ public:
   enum Flag : int32_t { Unexpanded = 1, Optional = 2, NotNegative = 4 };
 
   Expander* expander;
-  int32_t failure = 0;               // or the state of a fault met while arguments were read
-  RawLayer::RawStringList tokens;    // the name, then the arguments, all unexpanded
-  RawString source;                  // the text that holds the call
-  RawRange range;                    // the call in it, with "$(" and ")"
+  int32_t failure = 0;            // or the state of a fault met while arguments were read
+  RawLayer::RawStringList tokens; // the name, then the arguments, all unexpanded
+  RawString source;               // the text that holds the call
+  RawRange range;                 // the call in it, with "$(" and ")"
+  RawString name;                 // expanded, as the reports show it; empty until evaluated
 
   JobVariableArgument(Expander& owner, const RawString& text) : expander(&owner), source(text) {}
 
   [[nodiscard]] int32_t argumentCount() const { return tokens.count() - 1; }
   // The text of argument `index` (0 is the name). A missing one is a fault unless Optional.
   RawString get(int32_t index, int32_t flags = 0);
-  // The same as a signed 64-bit number; 0 with `failure` set when it is none.
+  // The same as a signed 64-bit number: decimal digits with an optional sign and nothing else,
+  // wrapping beyond 64 bits; 0 with `failure` set when it is none.
   int64_t getNumber(int32_t index, int32_t flags = 0);
   [[nodiscard]] RawString callText() const; // "$(...)" as written
-  void reportError(const RawString& key, const RawString& value);
+  // What a function answers after a fault: its state with an empty text.
+  [[nodiscard]] JobVariableResult fault() const { return {failure, RawString()}; }
+  // The value of another variable, as the call "$(variable)" gives it; empty when there is none.
+  RawString ask(const RawString& variable);
+  // Names the called variable; empty details are left out.
+  void reportError(const RawString& key, const RawString& value,
+                   const RawString& script = RawString::emptyStatic());
 };
 
 class JobVariableExpander : public JobVariableArgument::Expander {
-public:
+ public:
+  // Replacements in one text; the next one is refused.
   static constexpr int32_t ReplacementLimit = 99;
+  // Calls inside each other's arguments; the next one ends the whole expansion in Overflow.
+  static constexpr int32_t NestingLimit = 400;
 
   explicit JobVariableExpander(const JobExecutorPair& caller,
                                JobVariableList& table = JobVariableStore::instance())
@@ -54,9 +69,18 @@ public:
   // `expand`, with the state stored in the table's last-state slot.
   RawString expandAndStore(const RawString& text);
 
-private:
+ private:
+  JobVariableExpander(const JobExecutorPair& caller, JobVariableExpander& outer)
+      : table_(outer.table_), caller_(caller), outer_(&outer), depth_(outer.depth_ + 1) {}
+  int32_t expandCall(RawString& text, int32_t position);
+  JobVariableResult answer(const RawString& name, JobVariableArgument& argument);
+  JobVariableResult refuseNesting(const JobVariableArgument& argument);
+
   JobVariableList* table_;
   JobExecutorPair caller_;
+  JobVariableExpander* outer_ = nullptr; // of the call whose arguments this one expands
+  int32_t depth_ = 0;
+  bool exhausted_ = false; // the nesting limit was met further in
 };
 
 } // namespace JobLayer

@@ -8,7 +8,7 @@
 namespace JobLayer {
 
 class LauncherData {
-public:
+ public:
   JobSelectorList selectors;
   JobButtonList buttons;
   JobActionList actions;

@@ -1,5 +1,8 @@
-// RawBitArray: slots that are free or taken, in words of 32. Shared copies are made private by
-// `duplicate`. Not safe for two threads.
+// RawBitArray: slots that are free or taken, in words of 32. Bit i lives in word i / 32, at the
+// mask 1 << i % 32.
+//
+// Copies share their words; whoever writes makes its copy private first (`duplicate`). Copies may
+// belong to different threads, one object may not. Bits outside the capacity read as clear.
 #pragma once
 
 #include "raw/RawList.h"
@@ -12,25 +15,32 @@ struct RawBitArrayData;
 
 // What is known of a bit array without its bits.
 class RawBitArrayInfo {
-public:
+ public:
   static constexpr int32_t WordBits = 32;
 };
 
 class RawBitArray : public RawBitArrayInfo, public RawDataShared::Duplicator {
-public:
+ public:
+  // Grows in steps of so many bits; less than 1 counts as 1. There are no words at first.
   explicit RawBitArray(int32_t growStep = 50);
   RawBitArray(const RawBitArray& other); // shares
   RawBitArray& operator=(const RawBitArray& other);
   ~RawBitArray() override;
 
-  void setBit(int32_t index); // grows; a negative index is ignored
+  // Grows as needed. An index that is negative, or above 2147483615, is ignored.
+  void setBit(int32_t index);
   void clearBit(int32_t index);
   [[nodiscard]] bool testBit(int32_t index) const; // false outside
-  int32_t findFirstClear(); // grows when every bit is set, so the result can always be set
-  bool resizeWords(int32_t count); // never shrinks; true also then
-  void clear();
+  // The lowest clear bit. When all are set it is the capacity, and the array grows to hold it; only
+  // an array without words does not grow and gives 0. The caller takes the bit by setBit.
+  int32_t findFirstClear();
+  // Makes room for so many words; new ones are zero. A smaller count does nothing and is true, one
+  // above 67108863 does nothing and is false.
+  bool resizeWords(int32_t count);
+  void clear(); // frees the words; the grow step stays
   void duplicate() override;
 
+  // Null while there are no words. Valid up to the next growth or write.
   [[nodiscard]] const uint32_t* words() const;
   [[nodiscard]] uint32_t* mutableWords();
   [[nodiscard]] int32_t wordCount() const;
@@ -39,7 +49,8 @@ public:
   [[nodiscard]] int32_t usedBits() const; // one past the highest bit ever set
   void setUsedBits(int32_t count);        // for who loads the words
 
-private:
+ private:
+  bool growFor(int32_t index);
   RawBitArrayData* data_;
 };
 

@@ -6,9 +6,11 @@
 
 namespace RawLayer {
 
-// The part up to its first zero unit. ANSI text goes out as narrow text, all other as wide text.
+// The part up to its first zero unit takes the place of all that is there. Plain ASCII and texts in
+// codes 0 and 1 go out as narrow text, all others as wide text. False when the clipboard could not
+// be opened or did not take it.
 bool setClipboard(const RawString& text, RawRange range);
-// At most `limit` units, EncodingWide; empty when there is no text.
+// At most `limit` units, always EncodingWide; empty when there is no text.
 RawString getClipboard(int32_t limit);
 
 } // namespace RawLayer

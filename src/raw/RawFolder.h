@@ -10,7 +10,7 @@
 namespace RawLayer {
 
 class RawFindFileData {
-public:
+ public:
   uint32_t attributes = 0xFFFFFFFF; // all bits set: no entry
   uint64_t writeTime = 0;           // file times
   uint64_t createTime = 0;
@@ -34,31 +34,35 @@ struct RawFindCloser {
 using RawFindOwner = RawOwner<RawFindCloser>;
 
 class RawFolderWalker : public RawFindFileData {
-public:
+ public:
+  // An empty folder is the current one.
   explicit RawFolderWalker(const RawString& folder);
-  // Fills the fields with the next entry ("." and ".." are passed over); false at the end.
+  // Fills the fields with the next entry, in the platform's order ("." and ".." are passed over).
+  // False at the end and from then on, with the fields of no entry.
   bool next();
-  [[nodiscard]] bool isFinished() const { return finished_; }
+  [[nodiscard]] bool isFinished() const { return finished_; } // also before the first entry
 
-private:
+ private:
+  bool step(); // one entry of the platform's, or no entry at the end
+
   RawFindOwner findHandle_;
-  bool finished_ = true;
+  bool finished_ = true; // before the first entry and behind the last one
   bool started_ = false;
   RawString folder_;
   RawString pattern_;
 };
 
 class RawFolderFileListAllocator : public RawListAllocator<RawFindFileData> {
-public:
+ public:
   void destroy(RawFindFileData* element) override { delete element; }
 };
 class RawFolderFileList : public RawListR<RawFolderFileListAllocator, RawFindFileData> {
-public:
+ public:
   void add(const RawFindFileData& entry); // appends a copy
 };
 
 class RawFolderFileListSort : public RawListSortR<RawFindFileData> {
-public:
+ public:
   enum Mode : int32_t { ByPath = 0, ByWriteTime = 1, BySize = 2 };
   int32_t mode = ByPath;
   using RawListSortR<RawFindFileData>::RawListSortR;

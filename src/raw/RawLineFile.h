@@ -4,6 +4,11 @@
 // in blocks to the encoding that the caller wants, and cuts lines from a sliding buffer without
 // copying them. Encoding and mark are handed back, so that a rewrite keeps both.
 //
+// A rewrite that must leave lines byte for byte reads with the option KeepEncoding and writes with
+// `lineEncoding` set to the reader's fileEncoding (0 and 8 included): nothing is converted then,
+// so bytes that are no characters survive. A line's text has the file's encoding in that case; it
+// is converted with shareAs where it has to be understood.
+//
 // One object belongs to one thread. Failure is a state number; 4 and above stay until the next
 // opening. A line's text is valid up to the next read only: keep it with a copy.
 #pragma once
@@ -18,21 +23,21 @@ namespace RawLayer {
 struct RawLineRecord {
   bool valid = false; // false at the end of the file or after an error
   RawString path;
-  uint64_t offset = 0; // of the line's first byte, in the buffer's encoding
+  uint64_t offset = 0; // of the line's first byte, in the buffer's encoding, marks not counted
   int32_t lineNumber = 0;
   RawString text;    // without its end; a view, valid up to the next read
-  RawString lineEnd; // the end characters as they stood, in the line's encoding
+  RawString lineEnd; // the end characters as they stood, in the line's encoding; a view, too
   int32_t fileEncoding = 0;
   int32_t markEncoding = 0;
 };
 
 class RawLineFileInfo {
-public:
+ public:
   enum State : int32_t {
     Closed = 0,
     Open = 1,
     OpenLastBlock = 2,
-    CannotRead = 4,
+    CannotRead = 4, // it could not be opened, or a read failed in the middle
     CannotWrite = 5,
     WriteFailed = 7,
     ConversionFailed = 11,
@@ -44,53 +49,81 @@ public:
     WriteMark = 0x0020,      // write a byte-order mark at the start
     DeferFirstBlock = 0x0040,
     RawReaderFlags = 0x0080, // the low bits of the options are the reader's flags
+    KeepEncoding = 0x0100,   // lines come in the file's own encoding, as they stand
   };
   virtual ~RawLineFileInfo() = default;
 
-protected:
+ protected:
   // Slot order: parseLine, findLineEnd (behind the destructor).
   virtual bool parseLine(uint32_t start, uint32_t end) = 0;
   [[nodiscard]] virtual uint32_t findLineEnd(uint32_t start, uint32_t end) const = 0;
 };
 
 class RawLineFile : public RawLineFileInfo {
-public:
+ public:
   static constexpr int32_t DefaultBufferSize = 0x2000;
 
   uint16_t options = 0;
   int32_t state = Closed;
   int32_t sourceEncoding = 0; // 0 means find out; after opening, the result
   int32_t lineEncoding = EncodingUtf8;
-  int32_t workEncoding = 0; // lineEncoding, with 7 changed to the native code; writers may set it
+  // What the lines are converted to: lineEncoding, with 7 changed to the native code. Set by the
+  // openings; under KeepEncoding it is the file's own.
+  int32_t workEncoding = 0;
 
   RawLineFile();
   explicit RawLineFile(const RawString& path);
+  // The size of a block in bytes, 16 at least; no line may be longer.
   RawLineFile(const RawString& path, int32_t bufferSize);
   ~RawLineFile() override;
   RawLineFile(const RawLineFile&) = delete;
   RawLineFile& operator=(const RawLineFile&) = delete;
 
   [[nodiscard]] const RawString& path() const { return path_; }
-  bool openRead();  // false: state CannotRead
-  bool openWrite(); // false: state CannotWrite
+  // Reads the first block, too; false with the state when either fails.
+  bool openRead();
+  // Makes the file anew; false: state CannotWrite.
+  bool openWrite();
+  // The next line, or a record that is not valid.
   const RawLineRecord& nextLine();
   [[nodiscard]] const RawLineRecord& record() const { return record_; }
-  // Flushes what was written and closes. States 1 and 2 become 0, faults stay.
+  // Writes out what is pending, flushes and closes. States 1 and 2 become 0, faults stay: only a
+  // state of 0 behind it means that the file was read to its end, or written whole. `options`,
+  // `lineEncoding` and `sourceEncoding` go back to their defaults.
   void close();
 
-  // Each is false from the first failed write on. Bytes are in the file's encoding.
+  // Each is false from the first failed write on. Bytes are in the file's encoding. Small writes
+  // are gathered to blocks, so a fault may show as late as `close`.
   bool writeBytes(const void* data, int32_t size);
+  // `size` bytes in `encoding`, converted to the file's unless either is 0 or binary.
   bool writeText(int32_t encoding, const void* data, int32_t size);
-  bool writeLine(const RawString& text); // ends in CR LF
+  // Ends in CR LF, and begins with one when the line before was written without its end.
+  bool writeLine(const RawString& text);
   // Writes the text with the line end given (empty for none), in the text's own code.
   bool writeLineWithEnd(const RawString& text, const RawString& lineEnd);
 
-protected:
+ protected:
   bool parseLine(uint32_t start, uint32_t end) override;
+  // The first CR or LF, or `end` when no unit is one.
   [[nodiscard]] uint32_t findLineEnd(uint32_t start, uint32_t end) const override;
 
-private:
+ private:
+  struct Cut {
+    uint32_t stop; // end of the line's text
+    uint32_t next; // start of the next line
+  };
+  bool cutLine(uint32_t start, uint32_t end, Cut& cut) const;
+  [[nodiscard]] uint32_t unitBytes() const;
+  [[nodiscard]] uint16_t unitAt(uint32_t position) const;
+  void takeLineEnd(Cut cut);
   bool refill(uint32_t consumedTail);
+  void clearLine();
+  void startReader();
+  bool writeString(const RawString& text);
+  bool writeLineEnd();
+  bool writeOut();
+  bool fail();
+
   RawString path_;
   RawFileOwner file_;
   uint32_t accessMode_ = 0;
@@ -100,6 +133,10 @@ private:
   uint64_t fileOffset_ = 0;
   RawLineRecord record_;
   int32_t lineCounter_ = 0;
+  bool lineOpen_ = false;  // the last line was written without its end
+  bool wideLines_ = false; // lines are handed out in code 7
+  int32_t lineTag_ = 0;    // code of the lines' texts
+  int32_t pending_ = 0;    // bytes in the reader's block that are still to be written
   RawBlockReader reader_;
   int32_t bufferSize_;
 };
@@ -111,7 +148,7 @@ struct RawRangedTextUnit {
   int32_t lineNumber = 0;
 };
 class RawRangedTextListAllocator : public RawListAllocator<RawRangedTextUnit> {
-public:
+ public:
   void destroy(RawRangedTextUnit* element) override { delete element; }
 };
 class RawRangedTextList : public RawListR<RawRangedTextListAllocator, RawRangedTextUnit> {};

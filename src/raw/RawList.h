@@ -37,10 +37,10 @@ struct RawListData {
 };
 
 class RawListProperty {
-public:
+ public:
   // Destroys elements. Slot order: destructor, release.
   class Allocator {
-  public:
+   public:
     virtual ~Allocator() = default;
     virtual void release(void* element) = 0;
   };
@@ -48,14 +48,14 @@ public:
 
 template <class T>
 class RawListAllocator : public RawListProperty::Allocator {
-public:
+ public:
   void release(void* element) override { destroy(static_cast<T*>(element)); }
   virtual void destroy(T* element) = 0;
 };
 
 // The untyped list: a reference on a ring and the allocator that destroys elements.
 class RawListBody : public RawListProperty {
-public:
+ public:
   RawListBody(const RawListBody&) = delete;
   RawListBody& operator=(const RawListBody&) = delete;
 
@@ -77,7 +77,7 @@ public:
   [[nodiscard]] bool isSameList(const RawListBody& other) const { return data_ == other.data_; }
   [[nodiscard]] int32_t references() const { return data_->references.load(); }
 
-protected:
+ protected:
   explicit RawListBody(Allocator* allocator);
   RawListBody(Allocator* allocator, const RawListBody& shared);
   ~RawListBody() = default;
@@ -89,7 +89,7 @@ protected:
   void* unlinkElement(RawListNode* node);
   [[nodiscard]] bool containsElement(const void* element) const;
 
-private:
+ private:
   friend class RawListSort;
   RawListData* data_;
   Allocator* allocator_;
@@ -98,7 +98,7 @@ private:
 // The typed operations that both families share.
 template <class T>
 class RawListBodyTyped : public RawListBody {
-public:
+ public:
   [[nodiscard]] static T* element(const RawListNode* node) {
     return isEnd(node) ? nullptr : static_cast<T*>(node->element);
   }
@@ -112,7 +112,7 @@ public:
 
   // Walks the elements: `for (T& unit : list.elements())`. The list must not change meanwhile.
   class Iterator {
-  public:
+   public:
     explicit Iterator(RawListNode* node) : node_(node) {}
     T& operator*() const { return *static_cast<T*>(node_->element); }
     Iterator& operator++() {
@@ -121,7 +121,7 @@ public:
     }
     bool operator!=(const Iterator& other) const { return node_ != other.node_; }
 
-  private:
+   private:
     RawListNode* node_;
   };
   struct Elements {
@@ -131,26 +131,26 @@ public:
   };
   [[nodiscard]] Elements elements() const { return {this}; }
 
-protected:
+ protected:
   using RawListBody::RawListBody;
 };
 
 template <class T>
 class RawListBodyR : public RawListBodyTyped<T> {
-protected:
+ protected:
   using RawListBodyTyped<T>::RawListBodyTyped;
 };
 
 template <class T>
 class RawListBodyP : public RawListBodyTyped<T> {
-protected:
+ protected:
   using RawListBodyTyped<T>::RawListBodyTyped;
 };
 
 // The list that owns its elements: A is the allocator class, whose `destroy` deletes.
 template <class A, class T>
 class RawListR : public A, public RawListBodyR<T> {
-public:
+ public:
   RawListR() : RawListBodyR<T>(static_cast<RawListProperty::Allocator*>(this)) {}
   RawListR(const RawListR& other)
       : A(), RawListBodyR<T>(static_cast<RawListProperty::Allocator*>(this), other) {}
@@ -165,7 +165,7 @@ public:
 // The list that does not own its records: its allocator's `destroy` does nothing.
 template <class A, class T>
 class RawListP : public A, public RawListBodyP<T> {
-public:
+ public:
   RawListP() : RawListBodyP<T>(static_cast<RawListProperty::Allocator*>(this)) {}
   RawListP(const RawListP& other)
       : A(), RawListBodyP<T>(static_cast<RawListProperty::Allocator*>(this), other) {}
@@ -178,10 +178,10 @@ public:
 
 // Data that is shared until someone writes.
 class RawDataShared {
-public:
+ public:
   // Slot order: destructor, duplicate.
   class Duplicator {
-  public:
+   public:
     virtual ~Duplicator() = default;
     // Makes the data private: a deep copy when others share it, nothing otherwise.
     virtual void duplicate() = 0;
@@ -191,34 +191,35 @@ public:
 // A shared list held by value as a resource.
 template <class T>
 class RawRes : public T {
-public:
+ public:
   using T::T;
 };
 
 // The one sort of all lists: a quicksort that moves nodes on the ring. Equal elements keep no
 // order. A sorted list costs the square of its length, which is accepted: lists here are short.
 class RawListSort {
-public:
+ public:
   explicit RawListSort(RawListBody& list) : list_(&list) {}
-  virtual ~RawListSort() = default;
+  // Slot order: compareElements, destructor, then RawListSortR's compare.
   // Below, at or above 0 as `a` sorts before, with or behind `b`.
   virtual int32_t compareElements(const void* a, const void* b) = 0;
+  virtual ~RawListSort() = default;
 
   // Sorts the nodes from `first` up to, and without, `end`.
   void sort(RawListNode* first, RawListNode* end, bool descending);
   void sortAll(bool descending = false) { sort(list_->first(), list_->end(), descending); }
 
-protected:
+ protected:
   RawListSort(const RawListSort&) = default;
   RawListSort& operator=(const RawListSort&) = default;
 
-private:
+ private:
   RawListBody* list_;
 };
 
 template <class T>
 class RawListSortR : public RawListSort {
-public:
+ public:
   using RawListSort::RawListSort;
   int32_t compareElements(const void* a, const void* b) override {
     return compare(static_cast<const T*>(a), static_cast<const T*>(b));

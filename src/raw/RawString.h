@@ -14,6 +14,7 @@
 #pragma once
 
 #include "raw/RawRange.h"
+#include "raw/RawStringBody.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -37,10 +38,8 @@ enum RawEncoding : int32_t {
 // The code (5 or 6) of UTF-16 bytes in the byte order of this machine.
 int32_t rawNativeUtf16();
 
-struct RawStringBody; // RawStringBody.h, for the text's own sources
-
 class RawString {
-public:
+ public:
   // Who owns the memory of a text.
   enum Kind : uint8_t {
     KindEmpty = 0,  // the zero unit that all empty texts share
@@ -103,19 +102,23 @@ public:
   static RawString fromDigits(uint64_t value, int32_t base, int32_t width);
 
   // --- Reading
-  [[nodiscard]] int32_t encoding() const;
-  [[nodiscard]] int32_t length() const;
-  [[nodiscard]] int32_t capacity() const; // units that fit without a new allocation
+  [[nodiscard]] int32_t encoding() const { return body_->encoding; }
+  [[nodiscard]] int32_t length() const { return body_->length; }
+  // Units that fit without a new allocation.
+  [[nodiscard]] int32_t capacity() const { return body_->capacity; }
   [[nodiscard]] bool isEmpty() const { return length() == 0; }
   // First byte (8-bit codes) or first 16-bit unit (EncodingWide). Followed by a zero unit, except
   // for a view. Each accessor is for its own kind of code only.
-  [[nodiscard]] const char* text() const;
-  [[nodiscard]] const char16_t* wide() const;
+  [[nodiscard]] const char* text() const { return static_cast<const char*>(body_->text); }
+  [[nodiscard]] const char16_t* wide() const { return static_cast<const char16_t*>(body_->text); }
   // The unit widened to 16 bits; 0 for a position that is negative or not below the length.
-  [[nodiscard]] uint16_t at(int32_t position) const;
+  [[nodiscard]] uint16_t at(int32_t position) const {
+    if (position < 0 || position >= length()) return 0;
+    return encoding() == EncodingWide ? wide()[position] : static_cast<uint8_t>(text()[position]);
+  }
   [[nodiscard]] RawRange all() const { return {0, length()}; }
   // For tests and for owners of buffers.
-  [[nodiscard]] Kind kind() const;
+  [[nodiscard]] Kind kind() const { return static_cast<Kind>(body_->kind); }
   [[nodiscard]] int32_t references() const; // sharers beyond the first
 
   // --- Ownership
@@ -186,7 +189,7 @@ public:
   static const RawString& whiteSpace(); // blank, tab
   static const RawString& lineSpace();  // blank, tab, carriage return, line feed
 
-private:
+ private:
   explicit RawString(RawStringBody* body) noexcept : body_(body) {}
   RawStringBody* body_;
 };
@@ -211,8 +214,8 @@ inline namespace RawLiterals {
 // destructor runs for it, so it may be used in any other static's destructor).
 template <RawLiteralBytes Literal>
 const RawString& operator""_text() {
-  static const RawString& text =
-      *new RawString(RawString::fromStatic(Literal.bytes, static_cast<int32_t>(sizeof Literal.bytes) - 1));
+  static const RawString& text = *new RawString(
+      RawString::fromStatic(Literal.bytes, static_cast<int32_t>(sizeof Literal.bytes) - 1));
   return text;
 }
 } // namespace RawLiterals

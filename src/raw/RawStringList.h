@@ -7,12 +7,12 @@
 namespace RawLayer {
 
 class RawStringListAllocator : public RawListAllocator<RawString> {
-public:
+ public:
   void destroy(RawString* element) override;
 };
 
 class RawStringList : public RawListR<RawStringListAllocator, RawString> {
-public:
+ public:
   bool caseSensitive = false; // how `find` compares
 
   // The first node with an equal text, or the sentinel.
@@ -28,7 +28,7 @@ public:
 
 // By code units, exact case.
 class RawStringListSort : public RawListSortR<RawString> {
-public:
+ public:
   using RawListSortR<RawString>::RawListSortR;
   int32_t compare(const RawString* a, const RawString* b) override;
 };

@@ -23,18 +23,21 @@ int32_t localOffsetMinutes(); // local time less UTC, now
 inline constexpr int32_t RawFolderDesktop = 0x00;
 inline constexpr int32_t RawFolderAppData = 0x1A;
 
-RawString moduleName(int32_t encoding = EncodingUtf8); // full path of the executable; 260 units at most
+// Full path of the executable, 260 units at most; empty on failure.
+RawString moduleName(int32_t encoding = EncodingUtf8);
 RawString computerName(int32_t encoding = EncodingUtf8); // "host" on failure
 RawString userName(int32_t encoding = EncodingUtf8);     // "host" on failure
 RawString tempFolder(int32_t encoding = EncodingUtf8);   // without trailing separator
+// The folder that the platform knows by the number, 260 units at most; it need not exist.
 RawString specialFolder(int32_t folderNumber, int32_t encoding = EncodingUtf8); // empty on failure
 RawString userFolder(int32_t encoding = EncodingUtf8);                          // application data
-RawString commandLine(); // all of it, EncodingUtf8
-// Behind the program's own name (which may be quoted) and the white space that follows it.
+// The whole command line of the process, the program's own name in front; EncodingUtf8.
+RawString commandLine();
+// What stands behind the program's own name (which may be quoted) and the white space around it.
 RawString stripProgramName(const RawString& commandLine);
-uint16_t userLanguage(); // id of the user's interface language
-bool isKeyDown(int32_t virtualKey);        // by the state of this thread's input
-bool isKeyDownNow(int32_t virtualKey);     // by the state of the keyboard at this moment
+uint16_t userLanguage();               // id of the user's interface language
+bool isKeyDown(int32_t virtualKey);    // by the state of this thread's input
+bool isKeyDownNow(int32_t virtualKey); // by the state of the keyboard at this moment
 // Modal message box without an owner, exclamation icon and OK.
 void messageBox(const RawString& caption, const RawString& text);
 

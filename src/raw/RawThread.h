@@ -19,30 +19,41 @@ struct RawThreadCloser {
 using RawThreadOwner = RawOwner<RawThreadCloser>;
 
 class RawThreadUnit {
-public:
+ public:
   RawThreadUnit() = default;
-  virtual ~RawThreadUnit() = default;
   RawThreadUnit(const RawThreadUnit&) = delete;
   RawThreadUnit& operator=(const RawThreadUnit&) = delete;
 
-  bool start(); // false when it runs already or could not be created
-  void requestStop();
+  // False, with no effect, when it runs already; false when the thread could not be created, after
+  // `finished` was called here.
+  bool start();
+  void requestStop(); // `run` is to ask isStopRequested in its loop
   [[nodiscard]] bool isStopRequested();
-  [[nodiscard]] bool isRunning();
-  [[nodiscard]] bool isDone();
+  [[nodiscard]] bool isRunning();  // from start to the end of `run`
+  [[nodiscard]] bool isDone();     // from the end of `run` to the next start
   void setPriority(int32_t value); // platform priority, for the next start; 0 leaves it
-  void waitForEnd();               // at once when it never ran
-  void body();                     // what the platform's thread entry calls; nobody else
+  // Blocks until the thread has left `finished`; at once when none was started. A thread that is
+  // only being started is polled for, every 100 milliseconds.
+  void waitForEnd();
+  void body(); // what the platform's thread entry calls; nobody else
 
-protected:
-  // Slot order (before the destructor's): run, finished, reserved.
+ protected:
+  // Slot order: run, finished, reserved, destructor. No lock is held but the one that waitForEnd
+  // waits for.
   virtual void run() = 0;
-  virtual void finished() {}
+  virtual void finished() {} // after run, or instead of it when no thread could be created
   virtual void reserved() {}
 
-private:
-  RawLock stateLock_;
-  RawLock runLock_; // held for as long as the thread runs
+ public:
+  virtual ~RawThreadUnit() = default;
+
+ private:
+  // The platform's part. Both are called under stateLock_.
+  bool createThread(); // fills thread_ and threadId_
+  void applyPriority();
+
+  RawLock stateLock_; // guards all that follows
+  RawLock runLock_;   // held for as long as the thread runs
   RawThreadOwner thread_;
   uint32_t threadId_ = 0;
   int32_t priority_ = 0;
@@ -53,23 +64,27 @@ private:
 };
 
 class RawThreadHook {
-public:
+ public:
   class Handler {
-  public:
+   public:
     virtual ~Handler() = default;
+    // In the dying thread, before the platform ends the process.
     virtual void onException(void* exceptionPointers) = 0;
   };
   static void install(Handler* handler); // one for the process; null removes it
   static Handler* installed();
   // Calls the installed handler; nothing without one.
   static void raise(void* exceptionPointers);
-  // Sends unhandled exceptions of the main thread and of foreign threads to `raise`.
+  // Sends unhandled exceptions of the main thread and of foreign threads to `raise`; those of a
+  // RawThreadUnit get there by themselves. To be called once, on the main thread. Each exception
+  // passes on to the platform afterwards.
   static void installProcessFilter();
 };
 
-// Writes a full memory dump; a dump that fails is ignored, the process is dying anyway.
+// Writes a full memory dump to "folder\\name_Dump_YYYYMMDD_HHMMSS_mmm.dmp" and makes the folder
+// first. A dump that fails is ignored, the process is dying anyway.
 class RawThreadDump : public RawThreadHook::Handler {
-public:
+ public:
   RawString folder;
   RawString name;
   void onException(void* exceptionPointers) override;
@@ -77,12 +92,12 @@ public:
 };
 
 class RawAbortChecker {
-public:
+ public:
   virtual ~RawAbortChecker() = default;
   virtual bool shouldAbort() = 0;
 };
 class RawDummyAbortChecker : public RawAbortChecker {
-public:
+ public:
   bool shouldAbort() override { return false; }
 };
 

@@ -1,0 +1,128 @@
+#include "job/JobConfigFile.h"
+
+#include "job/JobParamParser.h"
+#include "job/JobToolMessage.h"
+#include "job/JobVariable.h"
+
+namespace JobLayer {
+
+using RawLayer::RawLineFile;
+using RawLayer::RawLineRecord;
+
+namespace {
+
+// The lines of the file, cut into sections. They are parsed as they are read, straight from the
+// reader's buffer: nothing of a line is kept but what the tree needs.
+class ConfigLines : public JobParamLines {
+ public:
+  explicit ConfigLines(const RawString& path) : file_(path) {}
+
+  bool open() { return file_.openRead(); }
+  bool next() override;
+  // Goes to the next header, past what is left of this section; it is the present line then.
+  bool nextSection();
+
+ private:
+  RawLineFile file_;
+  bool atHeader_ = false;
+};
+
+bool ConfigLines::next() {
+  while (!atHeader_) {
+    const RawLineRecord& line = file_.nextLine();
+    if (!line.valid) break;
+    text_ = &line.text;
+    range_ = line.text.trimRange(line.text.all(), RawString::whiteSpace());
+    if (range_.isEmpty()) continue;
+    const uint16_t first = line.text.at(range_.start);
+    if (first == '/') continue;
+    if (first != '[') return true;
+    atHeader_ = true;
+  }
+  return false;
+}
+
+bool ConfigLines::nextSection() {
+  while (next()) {
+  }
+  return std::exchange(atHeader_, false);
+}
+
+struct Targets {
+  JobSelectorList& selectors;
+  JobButtonList& buttons;
+  JobActionList& actions;
+};
+
+// A template of the file replaces the one held so far, a name of its own makes an entry.
+template <class List>
+JobParamList& entryOf(List& list, const RawString& name) {
+  if (!name.equals(templateName())) return list.add(name)->params;
+  list.templateUnit = {};
+  list.templateUnit.rename(name);
+  return list.templateUnit.params;
+}
+
+// How the name of a section begins, and where its lines go. The first row that fits counts.
+struct SectionKind {
+  const RawString& prefix;
+  JobParamList& (*makeEntry)(const Targets& targets, const RawString& name);
+};
+
+const SectionKind* kindOf(const RawString& header) {
+  static const SectionKind kinds[] = {
+      {JobSelectorList::sectionPrefix(),
+       [](const Targets& targets, const RawString& name) -> JobParamList& {
+         return entryOf(targets.selectors, name);
+       }},
+      {JobButtonList::sectionPrefix(),
+       [](const Targets& targets, const RawString& name) -> JobParamList& {
+         return entryOf(targets.buttons, name);
+       }},
+      {"Action:"_text,
+       [](const Targets& targets, const RawString& name) -> JobParamList& {
+         return targets.actions.add(name)->params;
+       }},
+      {"Initialize"_text,
+       [](const Targets& targets, const RawString&) -> JobParamList& {
+         return targets.actions.add("#Initialize"_text)->params;
+       }},
+  };
+  for (const SectionKind& kind : kinds)
+    if (header.equalsAt(0, kind.prefix, 0, kind.prefix.length())) return &kind;
+  return nullptr;
+}
+
+void readSection(ConfigLines& lines, const Targets& targets) {
+  const RawString& line = lines.text();
+  const RawRange range = lines.range();
+  if (line.at(range.end - 1) != ']') return;
+  const RawString header =
+      RawString::fromRange(line.encoding(), line, {range.start + 1, range.end - 1});
+  const SectionKind* kind = kindOf(header);
+  if (kind == nullptr) return;
+  const RawString name =
+      RawString::fromRange(header.encoding(), header, {kind->prefix.length(), header.length()});
+  if (kind->makeEntry(targets, name).Parse(lines)) return;
+  JobToolMessage::ReportCommandError("UnbalancedSectionBlocks"_text,
+                                     RawString::concat("Section "_text, header),
+                                     RawString::emptyStatic(), RawString::emptyStatic());
+}
+
+} // namespace
+
+void JobConfigFile::load(JobSelectorList& selectors, JobButtonList& buttons,
+                         JobActionList& actions) {
+  load(JobFacts::instance().configFile, selectors, buttons, actions);
+}
+
+void JobConfigFile::load(const RawString& path, JobSelectorList& selectors, JobButtonList& buttons,
+                         JobActionList& actions) {
+  ConfigLines lines(path);
+  const Targets targets{selectors, buttons, actions};
+  if (lines.open())
+    while (lines.nextSection()) readSection(lines, targets);
+  JobVariableStore::instance().defineInitialVariables();
+}
+
+} // namespace JobLayer

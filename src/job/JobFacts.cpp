@@ -1,0 +1,10 @@
+#include "job/JobFacts.h"
+
+namespace JobLayer {
+
+JobFacts& JobFacts::instance() {
+  static JobFacts facts{RawString(), "UCPV"_text};
+  return facts;
+}
+
+} // namespace JobLayer

@@ -1,0 +1,102 @@
+#include "raw/RawFile.h"
+
+#include "raw/RawPlatformText.h"
+
+#include <windows.h>
+
+namespace RawLayer {
+
+namespace {
+
+static_assert(RawAccessRead == GENERIC_READ && RawAccessWrite == GENERIC_WRITE);
+static_assert(RawShareReadWrite == (FILE_SHARE_READ | FILE_SHARE_WRITE));
+static_assert(RawCreateAlways == CREATE_ALWAYS && RawOpenExisting == OPEN_EXISTING);
+static_assert(RawNoAttributes == INVALID_FILE_ATTRIBUTES);
+static_assert(sizeof(wchar_t) == sizeof(char16_t));
+
+const wchar_t* wide(const RawPlatformText& text) {
+  return reinterpret_cast<const wchar_t*>(text.wide());
+}
+
+} // namespace
+
+RawFileCloser::Handle RawFileCloser::none() {
+  return INVALID_HANDLE_VALUE;
+}
+
+void RawFileCloser::close(Handle handle) {
+  CloseHandle(handle);
+}
+
+RawFileOwner openFile(const RawString& path, uint32_t access, uint32_t share, uint32_t disposition,
+                      uint32_t flags) {
+  const RawPlatformText file(path);
+  return RawFileOwner(
+      file.isWide()
+          ? CreateFileW(wide(file), access, share, nullptr, disposition, flags, nullptr)
+          : CreateFileA(file.narrow(), access, share, nullptr, disposition, flags, nullptr));
+}
+
+int32_t readFile(const RawFileOwner& file, void* target, int32_t size) {
+  DWORD count = 0;
+  if (size < 0 || !ReadFile(file.get(), target, static_cast<DWORD>(size), &count, nullptr))
+    return -1;
+  return static_cast<int32_t>(count);
+}
+
+bool writeFile(const RawFileOwner& file, const void* data, int32_t size) {
+  DWORD count = 0;
+  return size >= 0 && WriteFile(file.get(), data, static_cast<DWORD>(size), &count, nullptr) &&
+         count == static_cast<DWORD>(size);
+}
+
+bool seekFile(const RawFileOwner& file, int64_t distance) {
+  LARGE_INTEGER bytes;
+  bytes.QuadPart = distance;
+  return SetFilePointerEx(file.get(), bytes, nullptr, FILE_CURRENT) != 0;
+}
+
+bool flushFile(const RawFileOwner& file) {
+  return FlushFileBuffers(file.get()) != 0;
+}
+
+uint32_t fileAttributes(const RawString& path) {
+  const RawPlatformText file(path);
+  return file.isWide() ? GetFileAttributesW(wide(file)) : GetFileAttributesA(file.narrow());
+}
+
+bool deleteFile(const RawString& path) {
+  const RawPlatformText file(path);
+  return (file.isWide() ? DeleteFileW(wide(file)) : DeleteFileA(file.narrow())) != 0;
+}
+
+bool moveFile(const RawString& from, const RawString& to) {
+  const int32_t both =
+      RawString::combinePlatformClasses(from.classifyForPlatform(), to.classifyForPlatform());
+  const RawPlatformText source(from, both);
+  const RawPlatformText target(to, both);
+  return (source.isWide()
+              ? MoveFileExW(wide(source), wide(target), MOVEFILE_WRITE_THROUGH)
+              : MoveFileExA(source.narrow(), target.narrow(), MOVEFILE_WRITE_THROUGH)) != 0;
+}
+
+bool replaceFile(const RawString& path, const RawString& replacement, const RawString& backup) {
+  const int32_t all = RawString::combinePlatformClasses(
+      path.classifyForPlatform(), replacement.classifyForPlatform(), backup.classifyForPlatform());
+  const RawPlatformText target(path, all);
+  const RawPlatformText source(replacement, all);
+  const RawPlatformText kept(backup, all);
+  if (target.isWide())
+    return ReplaceFileW(wide(target), wide(source), backup.isEmpty() ? nullptr : wide(kept), 0,
+                        nullptr, nullptr) != 0;
+  return ReplaceFileA(target.narrow(), source.narrow(), backup.isEmpty() ? nullptr : kept.narrow(),
+                      0, nullptr, nullptr) != 0;
+}
+
+bool createFolder(const RawString& path) {
+  const RawPlatformText folder(path);
+  return (folder.isWide() ? CreateDirectoryW(wide(folder), nullptr)
+                          : CreateDirectoryA(folder.narrow(), nullptr)) != 0;
+}
+
+} // namespace RawLayer

@@ -1,0 +1,39 @@
+// Texts to and from calls of the Windows platform, for the Windows sources alone.
+#pragma once
+
+#include "raw/RawPlatformText.h"
+#include "raw/RawString.h"
+
+namespace RawLayer {
+
+static_assert(sizeof(wchar_t) == sizeof(char16_t));
+
+inline const wchar_t* wideOf(const RawPlatformText& text) {
+  return reinterpret_cast<const wchar_t*>(text.wide());
+}
+
+// Null for an empty text, as calls with an argument that may be left out take it.
+inline const wchar_t* wideOrNull(const RawPlatformText& text) {
+  return *text.wide() == 0 ? nullptr : wideOf(text);
+}
+inline const char* narrowOrNull(const RawPlatformText& text) {
+  return *text.narrow() == 0 ? nullptr : text.narrow();
+}
+
+// What a call with a narrow and a wide form writes into a buffer of `units` units and a
+// terminator, as a text of the encoding: the narrow form for codes 0 and 1, the wide one for all
+// others. `narrow(buffer, room)` and `wide(buffer, room)` are given the room with the terminator
+// and say whether they succeeded; if not, `otherwise` is the text.
+template <class Narrow, class Wide>
+RawString queryText(int32_t encoding, int32_t units, Narrow narrow, Wide wide,
+                    const RawString& otherwise = RawString::emptyStatic()) {
+  const bool isNarrow = encoding == EncodingAnsi || encoding == EncodingShiftJis;
+  RawString text(isNarrow ? encoding : static_cast<int32_t>(EncodingWide), units);
+  const bool done = isNarrow ? narrow(text.mutableText(), units + 1)
+                             : wide(reinterpret_cast<wchar_t*>(text.mutableWide()), units + 1);
+  if (!done) return otherwise.shareAs(encoding);
+  text.syncLength();
+  return text.shareAs(encoding);
+}
+
+} // namespace RawLayer
