@@ -18,7 +18,7 @@
 #endif
 
 class AppTestBed {
-public:
+ public:
   AppTestBed() {
     folder_.makeFolder("Temp");
 #ifdef _WIN32
@@ -39,7 +39,9 @@ public:
   AppTestBed(const AppTestBed&) = delete;
   AppTestBed& operator=(const AppTestBed&) = delete;
 
-  [[nodiscard]] const TestFolder& folder() const { return folder_; }
+  [[nodiscard]] const TestFolder& folder() const {
+    return folder_;
+  }
   [[nodiscard]] RawLayer::RawString temp(const std::string& name) const {
     return RawLayer::joinPath(folder_.file("Temp"), raw(name));
   }
@@ -58,7 +60,7 @@ public:
   }
 #endif
 
-private:
+ private:
   TestFolder folder_;
 #ifdef _WIN32
   wchar_t oldTemp_[MAX_PATH + 1] = {};

@@ -74,12 +74,18 @@ class JobTestLog {
     const std::size_t start = text.find(mark);
     EXPECT_TRUE(start != std::string::npos && end != std::string::npos) << "the log is off";
     if (start == std::string::npos || end == std::string::npos) return {};
-    return text.substr(start + mark.size(), end - start - mark.size());
+    return withoutMarks(text.substr(start + mark.size(), end - start - mark.size()));
   }
 
  private:
   JobTestLog() { JobLayer::JobLogServer::instance().start(folder_.path(), 0); }
   ~JobTestLog() { JobLayer::JobLogServer::instance().stop(); }
+  // Without what earlier looks into the log left there.
+  static std::string withoutMarks(std::string text) {
+    for (std::size_t i; (i = text.find("// mark ")) != std::string::npos;)
+      text.erase(i, text.find("\r\n", i) + 2 - i);
+    return text;
+  }
   [[nodiscard]] std::string read() const {
     const std::string path = bytesOf(JobLayer::JobLogServer::instance().path());
     return folder_.read(path.substr(path.find_last_of("\\/") + 1));

@@ -11,7 +11,7 @@ using RawLayer::RawLanguage;
 using WinLayer::WindowMetrics;
 
 class GuiProfileFileTest : public testing::Test {
-protected:
+ protected:
   void SetUp() override { WindowMetrics::instance() = WindowMetrics(); }
   void load(const std::string& lines) { profile.load(bed.folder().write("gui.ini", lines)); }
   AppTestBed bed;

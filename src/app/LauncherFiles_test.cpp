@@ -19,7 +19,8 @@ RawString inFolder(const AppTestBed& bed, const std::string& name) {
 }
 
 TEST(LauncherFiles, TheProfileIsNamedLikeTheExecutable) {
-  EXPECT_EQ(LauncherFiles::defaultProfile(raw("c:\\a\\Tarvellon.exe")), raw("c:\\a\\Tarvellon.ini"));
+  EXPECT_EQ(LauncherFiles::defaultProfile(raw("c:\\a\\Tarvellon.exe")),
+            raw("c:\\a\\Tarvellon.ini"));
   EXPECT_EQ(LauncherFiles::defaultProfile(raw("c:\\a\\tool")), raw("c:\\a\\.ini"));
   EXPECT_EQ(LauncherFiles::defaultProfile(raw("abcde")), raw("a.ini"));
   EXPECT_EQ(LauncherFiles::defaultProfile(raw("abcd")), raw("abcd.ini"));
@@ -78,8 +79,9 @@ TEST(LauncherFiles, CommonNamesTheOtherFiles) {
 
 TEST(LauncherFiles, AnAbsoluteFileStaysAsItIs) {
   AppTestBed bed;
-  bed.folder().write("Launch.ini", "[Common]\nProgram=Tarvellon\nConfigFile=\\\\host\\share\\c.ini\n"
-                                   "GuiProfile=x:\\g.ini\n");
+  bed.folder().write("Launch.ini",
+                     "[Common]\nProgram=Tarvellon\nConfigFile=\\\\host\\share\\c.ini\n"
+                     "GuiProfile=x:\\g.ini\n");
   LauncherFiles files;
   ASSERT_TRUE(files.find(executable(bed), AppTestBed::arguments("")));
   EXPECT_EQ(files.configFile, raw("\\\\host\\share\\c.ini"));
@@ -113,8 +115,7 @@ TEST(LauncherFiles, TheUsersFolderStandsWhereverItIsNamed) {
   AppTestBed bed;
   bed.folder().makeFolder("Data");
   HostSystem::state().facts.userFolder = bed.folder().file("Data");
-  bed.folder().write("Launch.ini",
-                     "[Common]\nProgram=Tarvellon\nConfigFile=$(User)\\my.ini\n");
+  bed.folder().write("Launch.ini", "[Common]\nProgram=Tarvellon\nConfigFile=$(User)\\my.ini\n");
   LauncherFiles files;
   ASSERT_TRUE(files.find(executable(bed), AppTestBed::arguments("")));
   EXPECT_TRUE(bed.folder().has("Data/Tarvellon"));

@@ -16,7 +16,7 @@ using RawLayer::RawString;
 
 // Options loaded from a configuration of these lines.
 class Loaded : public LauncherOptions {
-public:
+ public:
   Loaded(const AppTestBed& bed, const std::string& lines, const std::string& line = "") {
     load(bed.folder().write("my.ini", lines), AppTestBed::arguments(line));
   }
@@ -184,10 +184,9 @@ TEST(LauncherOptions, ACacheFolderThatCannotBeMadeSwitchesTheCacheOff) {
   EXPECT_TRUE(options.cacheFile.isEmpty());
   const auto messages = bed.messages();
   ASSERT_EQ(messages.size(), 1u);
-  const std::string place =
-      bytesOf(RawLayer::joinPath(bed.folder().file("blocker"),
-                                 LauncherOptions::cacheFolderName(
-                                     LauncherOptions::upperCased(options.path))));
+  const std::string place = bytesOf(RawLayer::joinPath(
+      RawLayer::joinPath(bed.folder().path(), raw("blocker")),
+      LauncherOptions::cacheFolderName(LauncherOptions::upperCased(options.path))));
   EXPECT_EQ(messages[0], "Cannot access temp directory (" + place + ") !!");
 }
 #endif

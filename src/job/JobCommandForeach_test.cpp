@@ -76,8 +76,8 @@ TEST(JobCommandForeach, AnOpenQuoteTakesTheRest) {
 }
 
 TEST(JobCommandForeach, TrailBytesAreNoSigns) {
-  // UTF-16 as bytes: U+2C22 holds both signs, and stands between two units that are none.
-  const RawString list = RawString::fromBytes(RawLayer::EncodingUtf16Le, "\x22\x2C,\0\x2C\x22", 6);
+  // UTF-16 as bytes: U+2C41 has the sign's value in its second byte.
+  const RawString list = RawString::fromBytes(RawLayer::EncodingUtf16Le, "\x41\x2C,\0\x41\x2C", 6);
   int32_t position = 0;
   EXPECT_EQ(JobCommandForeach::takeElement(list, position).length(), 2);
   EXPECT_EQ(elements("\xE3\x81\x82,\xE3\x80\x8C"), (Lines{"\xE3\x81\x82", "\xE3\x80\x8C"}));

@@ -74,8 +74,7 @@ TEST(CommandLine, UnknownSwitchesAreStoredAndIgnored) {
 
 TEST(CommandLine, ButtonsRunWithTheirKeyAndDropsWithTheirPaths) {
   ProgramRun program;
-  program.writeProfile(
-                       "[Button:Keys]\r\n"
+  program.writeProfile("[Button:Keys]\r\n"
                        "If {\r\nCondition=$(Equal:$(KeyState):LButton)\r\nLeft\r\n}\r\n"
                        "If {\r\nCondition=$(Equal:$(KeyState):RButton)\r\nRight\r\n}\r\n"
                        "If {\r\nCondition=$(Drop)\r\nAbortExecution\r\n}\r\n");

@@ -16,20 +16,20 @@ struct ProgramDialog {
 };
 
 class ProgramRun {
-public:
+ public:
   // Copies the executable into a fresh folder.
   ProgramRun();
 
   // The files of the launcher's folder.
-  void writeProfile(const std::string& sections);  // "[Common]" with Program, then the sections
+  void writeProfile(const std::string& sections); // "[Common]" with Program, then the sections
   void writeFile(const std::string& name, const std::string& bytes) { folder_.write(name, bytes); }
   [[nodiscard]] std::string readFile(const std::string& name) const { return folder_.read(name); }
   [[nodiscard]] bool hasFile(const std::string& name) const { return folder_.has(name); }
   [[nodiscard]] std::string path(const std::string& name) const;
   [[nodiscard]] const TestFolder& folder() const { return folder_; }
 
-  // Runs to the end, answering each dialog with Enter. Gives the exit code; 0xDEAD when it had to be
-  // ended after 30 seconds.
+  // Runs to the end, answering each dialog with Enter. Gives the exit code; 0xDEAD when it had to
+  // be ended after 30 seconds.
   uint32_t run(const std::string& arguments);
   [[nodiscard]] const std::vector<ProgramDialog>& dialogs() const { return dialogs_; }
   // The text of the newest log, or nothing.
@@ -40,7 +40,7 @@ public:
   [[nodiscard]] bool logHas(const std::string& part) const;
   [[nodiscard]] std::vector<std::string> logFiles() const;
 
-private:
+ private:
   TestFolder folder_;
   std::vector<ProgramDialog> dialogs_;
 };

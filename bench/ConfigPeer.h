@@ -1,0 +1,12 @@
+// What a configuration file is read with elsewhere, to measure beside.
+#pragma once
+
+namespace ConfigPeer {
+
+const char* name();
+// The largest part of the peer's time that is good enough.
+double goal();
+// From opening to the last entry; gives what was counted.
+int read(const char* path);
+
+} // namespace ConfigPeer
