@@ -3,6 +3,7 @@
 
 #include "raw/RawString.h"
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -49,7 +50,9 @@ class File {
  public:
   File(std::size_t size, int32_t encoding) {
     std::error_code error;
-    path_ = std::filesystem::temp_directory_path(error) / "TarvellonBench.ini";
+    const auto moment = std::chrono::steady_clock::now().time_since_epoch().count();
+    path_ = std::filesystem::temp_directory_path(error) /
+            ("TarvellonBench" + std::to_string(moment) + ".ini");
     const std::string utf8 = text(size);
     const RawLayer::RawString converted =
         RawLayer::RawString::fromChars(utf8.data(), static_cast<int32_t>(utf8.size()))

@@ -8,5 +8,7 @@ const char* name();
 double goal();
 // From opening to the last entry; gives what was counted.
 int read(const char* path);
+// The same with every entry of the file taken into a tree of its own: sections, keys, values.
+int readTree(const char* path);
 
 } // namespace ConfigPeer

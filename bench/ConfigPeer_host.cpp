@@ -6,6 +6,8 @@
 #include <ini.h>
 #include <string>
 #include <uchardet/uchardet.h>
+#include <utility>
+#include <vector>
 
 namespace ConfigPeer {
 
@@ -56,18 +58,42 @@ double goal() {
   return 1.0 / 3;
 }
 
-int read(const char* path) {
+static void parse(const char* path, ini_handler handler, void* context) {
   std::string bytes = bytesOf(path);
   const std::string encoding = encodingOf(bytes);
   if (encoding != "UTF-8" && encoding != "ASCII") bytes = converted(std::move(bytes), encoding);
+  ini_parse_string(bytes.c_str(), handler, context);
+}
+
+int read(const char* path) {
   int entries = 0;
-  ini_parse_string(
-      bytes.c_str(),
+  parse(
+      path,
       [](void* count, const char*, const char*, const char*) {
         ++*static_cast<int*>(count);
         return 1;
       },
       &entries);
+  return entries;
+}
+
+int readTree(const char* path) {
+  struct Section {
+    std::string name;
+    std::vector<std::pair<std::string, std::string>> values;
+  };
+  std::vector<Section> sections;
+  parse(
+      path,
+      [](void* context, const char* section, const char* name, const char* value) {
+        auto& all = *static_cast<std::vector<Section>*>(context);
+        if (all.empty() || all.back().name != section) all.push_back({section, {}});
+        all.back().values.emplace_back(name, value);
+        return 1;
+      },
+      &sections);
+  int entries = 0;
+  for (const Section& section : sections) entries += static_cast<int>(section.values.size());
   return entries;
 }
 

@@ -26,6 +26,7 @@ class TestKeys {
  private:
   static void send(int virtualKey, DWORD flags) {
     const auto key = static_cast<BYTE>(virtualKey);
+    if (key == VK_RSHIFT || key == VK_RCONTROL) flags |= KEYEVENTF_EXTENDEDKEY;
     keybd_event(key, static_cast<BYTE>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)), flags, 0);
     // The state of this thread's keys follows its messages.
     MSG message;

@@ -38,6 +38,12 @@ void JobCommandUnitEx::setVariable(const RawString& name, const RawString& value
   JobVariableStore::instance().set(name, value);
 }
 
+void JobCommandUnitEx::setVariables(const JobParamList& params, const RawString& except) {
+  for (const JobParamUnit& unit : params.elements())
+    if (unit.type() == JobParamUnit::TypeText && (except.isEmpty() || !unit.key.equals(except)))
+      setVariable(unit.key, static_cast<const JobParamText&>(unit).value);
+}
+
 bool JobCommandUnitEx::readNumber(const RawString& text, int32_t& number) {
   if (!RawLayer::isNumber(text)) return false;
   number = RawLayer::toInt(text);

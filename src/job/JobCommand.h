@@ -45,6 +45,9 @@ protected:
   static bool expansionFailed();
   static RawString expandText(const RawString& text, const JobExecutorPair& caller);
   static void setVariable(const RawString& name, const RawString& value);
+  // Sets the variables named by the text entries of the block, but for the key `except`, to their
+  // values as they stand.
+  static void setVariables(const JobParamList& params, const RawString& except);
   // The signed 32-bit number in the text, by the general parser; false when it is none.
   static bool readNumber(const RawString& text, int32_t& number);
 };

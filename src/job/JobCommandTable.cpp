@@ -1,27 +1,60 @@
 #include "job/JobCommandTable.h"
 
 #include "job/JobCommandAbort.h"
+#include "job/JobCommandAction.h"
+#include "job/JobCommandAskMessage.h"
 #include "job/JobCommandBreak.h"
+#include "job/JobCommandDefine.h"
 #include "job/JobCommandElse.h"
+#include "job/JobCommandExpand.h"
 #include "job/JobCommandFor.h"
 #include "job/JobCommandForeach.h"
 #include "job/JobCommandIf.h"
+#include "job/JobCommandInputText.h"
+#include "job/JobCommandMenu.h"
+#include "job/JobCommandMenuItem.h"
+#include "job/JobCommandOpenFile.h"
+#include "job/JobCommandOpenFolder.h"
+#include "job/JobCommandPickup.h"
+#include "job/JobCommandPickupMenu.h"
+#include "job/JobCommandPopupWindow.h"
+#include "job/JobCommandPutMessage.h"
+#include "job/JobCommandQuit.h"
+#include "job/JobCommandReboot.h"
+#include "job/JobCommandSeparator.h"
+#include "job/JobCommandShell.h"
+#include "job/JobCommandToClipboard.h"
 #include "job/JobCommandWhile.h"
 
 namespace JobLayer {
 
 std::span<const JobCommandRow> jobCommandTable() {
-  // The whole order is Define, Expand, Action, Menu, MenuItem, Separator, PickupMenu, Shell,
-  // OpenFolder, OpenFile, Pickup, AskMessage, PutMessage, InputText, If, Else, While, For, Foreach,
-  // Break, ToClipboard, PopupWindow, QuitLauncher, AbortExecution, RebootLauncher.
   static constexpr JobCommandRow rows[] = {
-      jobCommandIf,      //
-      jobCommandElse,    //
-      jobCommandWhile,   //
-      jobCommandFor,     //
-      jobCommandForeach, //
-      jobCommandBreak,   //
-      jobCommandAbort,   //
+      jobCommandDefine,      //
+      jobCommandExpand,      //
+      jobCommandAction,      //
+      jobCommandMenu,        //
+      jobCommandMenuItem,    //
+      jobCommandSeparator,   //
+      jobCommandPickupMenu,  //
+      jobCommandShell,       //
+      jobCommandOpenFolder,  //
+      jobCommandOpenFile,    //
+      jobCommandPickup,      //
+      jobCommandAskMessage,  //
+      jobCommandPutMessage,  //
+      jobCommandInputText,   //
+      jobCommandIf,          //
+      jobCommandElse,        //
+      jobCommandWhile,       //
+      jobCommandFor,         //
+      jobCommandForeach,     //
+      jobCommandBreak,       //
+      jobCommandToClipboard, //
+      jobCommandPopupWindow, //
+      jobCommandQuit,        //
+      jobCommandAbort,       //
+      jobCommandReboot,      //
   };
   return rows;
 }

@@ -8,6 +8,18 @@ void JobMessageBoxDialogs::showReport(const RawString& caption, const RawString&
   RawLayer::messageBox(caption, text);
 }
 
-void JobMessageBoxDialogs::postToMainDialog(uint32_t, uintptr_t, intptr_t) {}
+void JobDialogs::postToMainDialog(uint32_t, uintptr_t, intptr_t) {}
+
+int32_t JobDialogs::ask(const RawString&, const RawLayer::RawStringList&) {
+  return 0;
+}
+
+bool JobDialogs::input(WinLayer::WinInputParameterList&) {
+  return false;
+}
+
+uint32_t JobDialogs::trackMenu(const WinLayer::WinMenuHandle&, const JobRectangle&) {
+  return 0;
+}
 
 } // namespace JobLayer

@@ -22,4 +22,8 @@ int32_t JobIconSource::iconNumber(const RawString& file, int32_t iconIndex) {
   return source == nullptr ? NoIcon : source->request(file, iconIndex);
 }
 
+void JobIconSource::requestMenuRepaint() {
+  if (JobIconSource* source = installedSource()) source->repaintMenu();
+}
+
 } // namespace JobLayer

@@ -12,8 +12,12 @@ class JobIconSource {
   // The number of the icon for file and index; -1 for none.
   virtual int32_t request(const RawString& file, int32_t iconIndex) = 0;
 
+  // A popup menu is about to open: repaint it once the icons asked for so far are there.
+  virtual void repaintMenu() {}
+
   static void install(JobIconSource* source); // null removes it; the caller keeps it alive
   static int32_t iconNumber(const RawString& file, int32_t iconIndex);
+  static void requestMenuRepaint();
 };
 
 } // namespace JobLayer

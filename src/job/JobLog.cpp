@@ -101,10 +101,13 @@ void JobLogStorer::run() {
 // The oldest line; false, and the thread counts as asleep, when there is none. The mark is made
 // under the lock of the queue: a line that comes later finds it and signals the event.
 bool JobLogStorer::takeFirst(RawString& line) {
-  const RawLockScope scope(queueLock_);
-  const std::unique_ptr<RawString> first(queue_.unlink(queue_.first()));
-  asleep_ = first == nullptr;
-  if (asleep_) return false;
+  std::unique_ptr<RawString> first;
+  {
+    const RawLockScope scope(queueLock_);
+    first.reset(queue_.unlink(queue_.first()));
+    asleep_ = first == nullptr;
+  }
+  if (first == nullptr) return false;
   line = std::move(*first);
   return true;
 }

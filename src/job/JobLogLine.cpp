@@ -14,9 +14,10 @@ char* putDigits(char* target, int32_t value, int32_t width) {
   return target + width;
 }
 
-// Fills a stamp on the stack: each line of the log has one, so it costs no allocation.
-void putStamp(char (&target)[StampLength], const RawMoment& moment) {
-  char* place = putDigits(target, moment.year, 4);
+// Written into the line's own memory, which has room for it: no line is made without a stamp.
+void putStamp(RawString& line, const RawMoment& moment) {
+  const int32_t start = line.length();
+  char* place = putDigits(line.mutableText() + start, moment.year, 4);
   place = putDigits(place, moment.month, 2);
   place = putDigits(place, moment.day, 2);
   *place++ = '.';
@@ -25,13 +26,12 @@ void putStamp(char (&target)[StampLength], const RawMoment& moment) {
   place = putDigits(place, moment.second, 2);
   *place++ = '.';
   putDigits(place, moment.milliseconds, 3);
+  line.setLength(start + StampLength);
 }
 
 void appendStamp(RawString& line, const RawMoment& moment) {
-  char stamp[StampLength];
-  putStamp(stamp, moment);
   line.appendChar(':');
-  line.append(RawString::viewOf(RawLayer::EncodingUtf8, stamp, StampLength));
+  putStamp(line, moment);
 }
 
 // An empty text has no place in the line.
@@ -54,9 +54,9 @@ const RawString& JobLogLine::prefix() {
 }
 
 RawString JobLogLine::stamp(const RawMoment& moment) {
-  char stamp[StampLength];
-  putStamp(stamp, moment);
-  return RawString::fromChars(stamp, StampLength);
+  RawString text = RawString::withCapacity(StampLength);
+  putStamp(text, moment);
+  return text;
 }
 
 RawString JobLogLine::event(const RawString& keyword, const RawString& first,

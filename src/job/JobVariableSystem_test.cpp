@@ -54,7 +54,7 @@ TEST_F(JobVariableFiles, PatternsAreResolvedPartByPart) {
   EXPECT_EQ(bed("$(IsFile:$(F)\\o*.txt)"), "True");
   EXPECT_EQ(bed("$(IsFile:$(F)\\O?E.txt)"), "True") << "in any case";
   EXPECT_EQ(bed("$(IsFile:$(F)\\s*b\\inner.*)"), "True");
-  EXPECT_EQ(bed("$(IsFile:$(F)\\@t[a-z]+%.txt)"), "True");
+  EXPECT_EQ(bed("$(IsFile:$(F)\\@tw[a-z]+%.txt)"), "True");
   EXPECT_EQ(bed("$(IsFile:$(F)\\x*.txt)"), "False");
   EXPECT_EQ(bed("$(IsFolder:$(F)\\s?b)"), "True");
   EXPECT_EQ(bed("$(IsFolder:$(F)\\s?b\\*)"), "False") << "the first match is a file";

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "job/JobDialogs.h"
+#include "job/JobExecutorPair.h"
 #include "raw/RawLock.h"
 
 namespace WinLayer {
@@ -12,9 +13,9 @@ class WinDialog;
 namespace JobLayer {
 
 class JobWindowContext {
-public:
-  WinLayer::WinDialog* dialog = nullptr; // the main dialog; null until it exists
-  JobRectangle rectangle;                // screen rectangle of what was pressed
+ public:
+  WinLayer::WinDialog* dialog = nullptr;       // the main dialog; null until it exists
+  JobRectangle rectangle;                      // screen rectangle of what was pressed
   RawLayer::RawAutoFlag::BooleanUnit menuOpen; // a popup menu is tracked
 
   static JobWindowContext& instance();
@@ -22,7 +23,21 @@ public:
   void installDialogs(JobDialogs* implementation);
   JobDialogs& dialogs();
 
-private:
+  // Each does nothing without a main dialog. The label pressed, out of the button text split at
+  // commas and slashes; empty when the dialog was closed otherwise.
+  RawString AskDialog(const RawString& message, const RawString& buttons,
+                      const JobExecutorPair& caller);
+  // Whether the form was finished.
+  bool InputDialog(WinLayer::WinInputParameterList& fields, const JobExecutorPair& caller);
+  // The id chosen out of a popup menu beside the rectangle; 0 for none.
+  uint32_t TrackMenu(WinLayer::WinMenuHandle& menu);
+  void postToMainDialog(uint32_t message, uintptr_t first, intptr_t second);
+
+  // The labels of a button text: cut at every comma and slash outside double quotes; quotes around
+  // a label go.
+  static void splitLabels(const RawString& buttons, RawLayer::RawStringList& labels);
+
+ private:
   JobDialogs* dialogs_ = nullptr;
 };
 

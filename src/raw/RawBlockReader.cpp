@@ -2,6 +2,7 @@
 
 #include "raw/RawCodePage.h"
 #include "raw/RawEncodings.h"
+#include "raw/RawTranscode.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,6 +15,7 @@ namespace {
 constexpr int32_t UnconvertedReserve = 6;
 // How much more than asked for a buffer gets when it has to grow.
 constexpr int32_t GrowthMargin = 2;
+constexpr int32_t LargestUtf8 = 3; // bytes of one 16-bit unit
 
 void copyPairs(uint8_t* target, const uint8_t* source, int32_t size, bool swapped) {
   if (!swapped) {
@@ -72,6 +74,11 @@ bool RawBlockConverter::toWide(int32_t from, const uint8_t* data, int32_t size) 
     wideUsed_ = size / 2;
     return true;
   }
+  if (from == EncodingShiftJis) {
+    growWide(size);
+    wideUsed_ = rawShiftJisToWide(data, size, wide_.get());
+    if (wideUsed_ >= 0) return true;
+  }
   const uint32_t page = rawCodePageOf(from);
   const char* bytes = reinterpret_cast<const char*>(data);
   RawConversion done = rawToWide(page, bytes, size, wide_.get(), wideSize_);
@@ -92,6 +99,11 @@ bool RawBlockConverter::fromWide(int32_t to) {
     copyPairs(out_.get() + outUsed_, reinterpret_cast<const uint8_t*>(wide_.get()), size,
               to != rawNativeUtf16());
     outUsed_ += size;
+    return true;
+  }
+  if (to == EncodingUtf8) {
+    growOut(outUsed_ + wideUsed_ * LargestUtf8);
+    outUsed_ += rawWideToUtf8(wide_.get(), wideUsed_, out_.get() + outUsed_);
     return true;
   }
   const uint32_t page = rawCodePageOf(to);

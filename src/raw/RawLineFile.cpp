@@ -21,16 +21,12 @@ bool isConvertible(int32_t encoding) {
   return encoding != 0 && encoding != EncodingBinary;
 }
 
-// The pair as it stands in memory in each unit width; a lone CR is its first unit, a lone LF its
-// second.
-struct LineEndUnits {
-  const char* pair;
-  int32_t unit;
-};
-LineEndUnits lineEndUnits(int32_t encoding) {
-  if (encoding == EncodingUtf16Be) return {"\0\r\0\n", 2};
-  if (encoding == EncodingUtf16Le) return {"\r\0\n\0", 2};
-  return {"\r\n", 1};
+// A carriage return and a line feed as they stand in memory; shows each of the two alone, too.
+const char* lineEndPair(int32_t encoding) {
+  static constexpr char16_t native[] = {CarriageReturn, LineFeed};
+  static constexpr char16_t swapped[] = {CarriageReturn << 8, LineFeed << 8};
+  if (!isUtf16Bytes(encoding)) return "\r\n";
+  return reinterpret_cast<const char*>(encoding == rawNativeUtf16() ? native : swapped);
 }
 
 } // namespace
@@ -46,8 +42,15 @@ RawLineFile::~RawLineFile() {
   if (file_) close();
 }
 
-bool RawLineFile::openRead() {
+// What was open before another opening is written out, but not flushed.
+void RawLineFile::dropFile() {
+  if (accessMode_ == RawAccessWrite) writeOut();
+  file_.reset();
   clearLine();
+}
+
+bool RawLineFile::openRead() {
+  dropFile();
   record_.path = path_;
   record_.offset = 0;
   record_.lineNumber = record_.fileEncoding = record_.markEncoding = 0;
@@ -87,6 +90,7 @@ bool RawLineFile::refill(uint32_t consumedTail) {
   record_.fileEncoding = sourceEncoding = reader_.detected;
   record_.markEncoding = reader_.markFound;
   workEncoding = reader_.target;
+  unit_ = isUtf16Bytes(workEncoding) ? 2 : 1;
   const int32_t unknownTag = (options & TagUnknownAnsi) != 0 ? EncodingAnsi : EncodingUtf8;
   lineTag_ = wideLines_ ? EncodingWide : workEncoding != 0 ? workEncoding : unknownTag;
   buffer_ = reader_.text();
@@ -127,14 +131,15 @@ void RawLineFile::clearLine() {
   record_.valid = false;
   record_.text.release();
   record_.lineEnd.release();
+  shownEnd_ = NoEnd;
 }
 
 bool RawLineFile::parseLine(uint32_t start, uint32_t end) {
   Cut cut;
   if (!cutLine(start, end, cut)) return false;
-  takeLineEnd(cut);
+  showLineEnd(cut.lineEnd);
   buffer_[cut.stop] = 0;
-  if (unitBytes() == 2) buffer_[cut.stop + 1] = 0;
+  if (unit_ == 2) buffer_[cut.stop + 1] = 0;
   const auto size = static_cast<int32_t>(cut.stop - start);
   if (!wideLines_) {
     record_.text.assignView(lineTag_, buffer_ + start, size);
@@ -154,56 +159,48 @@ bool RawLineFile::parseLine(uint32_t start, uint32_t end) {
 // False when the line goes on behind the data at hand.
 bool RawLineFile::cutLine(uint32_t start, uint32_t end, Cut& cut) const {
   const bool last = state == OpenLastBlock;
-  const uint32_t unit = unitBytes();
   const uint32_t stop = findLineEnd(start, end);
-  cut = {stop, stop + unit};
   if (stop == end) {
-    cut.next = end;
+    cut = {stop, stop, NoEnd};
     return last;
   }
-  if (unitAt(stop) == LineFeed) return true;
-  if (end - cut.next < unit) return last; // a line feed may still follow
-  if (unitAt(cut.next) == LineFeed) cut.next += unit;
+  const uint32_t next = stop + unit_;
+  const bool isFeed = unitAt(stop) == LineFeed;
+  cut = {stop, next, isFeed ? Feed : Return};
+  if (isFeed) return true;
+  if (end - next < unit_) return last; // a line feed may still follow
+  if (unitAt(next) == LineFeed) cut = {stop, next + unit_, Pair};
   return true;
 }
 
 uint32_t RawLineFile::findLineEnd(uint32_t start, uint32_t end) const {
-  if (unitBytes() == 1) return rawFindLineEnd8(buffer_, start, end);
+  if (unit_ == 1) return rawFindLineEnd8(buffer_, start, end);
   return rawFindLineEnd16(buffer_, start, end, workEncoding == EncodingUtf16Be);
-}
-
-uint32_t RawLineFile::unitBytes() const {
-  return isUtf16Bytes(workEncoding) ? 2 : 1;
 }
 
 uint16_t RawLineFile::unitAt(uint32_t position) const {
   const uint8_t* bytes = buffer_ + position;
-  if (unitBytes() == 1) return bytes[0];
+  if (unit_ == 1) return bytes[0];
   const bool bigEndian = workEncoding == EncodingUtf16Be;
   return static_cast<uint16_t>((bytes[bigEndian ? 0 : 1] << 8) | bytes[bigEndian ? 1 : 0]);
 }
 
 // The terminator will overwrite the end in the buffer, and a copy would cost memory for each line:
 // so the end is shown in static data.
-void RawLineFile::takeLineEnd(Cut cut) {
-  const auto size = static_cast<int32_t>(cut.next - cut.stop);
-  if (size == 0) {
+void RawLineFile::showLineEnd(LineEnd end) {
+  if (end == shownEnd_) return; // most lines end like the one before
+  shownEnd_ = end;
+  if (end == NoEnd) {
     record_.lineEnd.release();
     return;
   }
-  const LineEndUnits units = lineEndUnits(workEncoding);
-  const bool isLoneFeed = size == units.unit && unitAt(cut.stop) == LineFeed;
-  const char* first = units.pair + (isLoneFeed ? units.unit : 0);
-  if (!wideLines_) {
-    record_.lineEnd.assignView(lineTag_, first, size);
-  } else {
-    static constexpr char16_t widePair[] = {CarriageReturn, LineFeed};
-    record_.lineEnd.assignView(EncodingWide, widePair + (isLoneFeed ? 1 : 0), size / 2);
-  }
+  const char* first = lineEndPair(workEncoding) + (end == Feed ? unit_ : 0);
+  const int32_t units = end == Pair ? 2 : 1;
+  record_.lineEnd.assignView(lineTag_, first, unit_ == 2 && !wideLines_ ? units * 2 : units);
 }
 
 bool RawLineFile::openWrite() {
-  clearLine();
+  dropFile();
   fileOffset_ = 0;
   pending_ = 0;
   lineOpen_ = false;
@@ -281,13 +278,12 @@ bool RawLineFile::writeLine(const RawString& text) {
 }
 
 bool RawLineFile::writeLineEnd() {
-  const LineEndUnits units = lineEndUnits(workEncoding);
   lineOpen_ = false;
-  return writeBytes(units.pair, units.unit * 2);
+  return writeBytes(lineEndPair(workEncoding), isUtf16Bytes(workEncoding) ? 4 : 2);
 }
 
 bool RawLineFile::writeLineWithEnd(const RawString& text, const RawString& lineEnd) {
-  lineOpen_ = lineEnd.isEmpty();
+  if (!text.isEmpty() || !lineEnd.isEmpty()) lineOpen_ = lineEnd.isEmpty();
   return writeString(text) && writeString(lineEnd);
 }
 

@@ -59,7 +59,7 @@ class RawLineFileInfo {
   [[nodiscard]] virtual uint32_t findLineEnd(uint32_t start, uint32_t end) const = 0;
 };
 
-class RawLineFile : public RawLineFileInfo {
+class RawLineFile final : public RawLineFileInfo {
  public:
   static constexpr int32_t DefaultBufferSize = 0x2000;
 
@@ -108,20 +108,22 @@ class RawLineFile : public RawLineFileInfo {
   [[nodiscard]] uint32_t findLineEnd(uint32_t start, uint32_t end) const override;
 
  private:
+  enum LineEnd { NoEnd, Return, Feed, Pair };
   struct Cut {
     uint32_t stop; // end of the line's text
     uint32_t next; // start of the next line
+    LineEnd lineEnd;
   };
   bool cutLine(uint32_t start, uint32_t end, Cut& cut) const;
-  [[nodiscard]] uint32_t unitBytes() const;
   [[nodiscard]] uint16_t unitAt(uint32_t position) const;
-  void takeLineEnd(Cut cut);
+  void showLineEnd(LineEnd end);
   bool refill(uint32_t consumedTail);
   void clearLine();
   void startReader();
   bool writeString(const RawString& text);
   bool writeLineEnd();
   bool writeOut();
+  void dropFile();
   bool fail();
 
   RawString path_;
@@ -133,10 +135,12 @@ class RawLineFile : public RawLineFileInfo {
   uint64_t fileOffset_ = 0;
   RawLineRecord record_;
   int32_t lineCounter_ = 0;
-  bool lineOpen_ = false;  // the last line was written without its end
-  bool wideLines_ = false; // lines are handed out in code 7
-  int32_t lineTag_ = 0;    // code of the lines' texts
-  int32_t pending_ = 0;    // bytes in the reader's block that are still to be written
+  bool lineOpen_ = false;    // the last line was written without its end
+  bool wideLines_ = false;   // lines are handed out in code 7
+  int32_t lineTag_ = 0;      // code of the lines' texts
+  uint32_t unit_ = 1;        // bytes of one unit in the buffer
+  LineEnd shownEnd_ = NoEnd; // what the record's line end shows
+  int32_t pending_ = 0;      // bytes in the reader's block that are still to be written
   RawBlockReader reader_;
   int32_t bufferSize_;
 };

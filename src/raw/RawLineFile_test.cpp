@@ -634,6 +634,31 @@ TEST(RawLineFile, LargeAndSmallWritesKeepTheirOrder) {
   EXPECT_EQ(folder.read("a.txt"), expected);
 }
 
+TEST(RawLineFile, LineStartsOnALineOfItsOwn) {
+  const TestFolder folder;
+  RawLineFile file(folder.file("a.txt"));
+  ASSERT_TRUE(file.openWrite());
+  EXPECT_TRUE(file.writeLineWithEnd(RawString(), RawString()));
+  EXPECT_TRUE(file.writeLineWithEnd("open"_text, RawString()));
+  EXPECT_TRUE(file.writeLine("own"_text));
+  EXPECT_TRUE(file.writeLine("next"_text));
+  EXPECT_TRUE(file.writeLineWithEnd("ended"_text, "\n"_text));
+  EXPECT_TRUE(file.writeLine("last"_text));
+  file.close();
+  EXPECT_EQ(folder.read("a.txt"), "open\r\nown\r\nnext\r\nended\nlast\r\n");
+}
+
+TEST(RawLineFile, OpeningAnewWritesWhatIsPending) {
+  const TestFolder folder;
+  RawLineFile file(folder.file("a.txt"));
+  ASSERT_TRUE(file.openWrite());
+  EXPECT_TRUE(file.writeLine("a"_text));
+  ASSERT_TRUE(file.openRead());
+  EXPECT_EQ(textsOf(file), Texts{"a"});
+  ASSERT_TRUE(file.openWrite());
+  ASSERT_TRUE(file.openWrite());
+}
+
 TEST(RawLineFile, DestructorWritesWhatIsPending) {
   const TestFolder folder;
   {
@@ -896,7 +921,7 @@ TEST(RawLineFileHost, FailedConversionIsNotTakenForEmptyText) {
   faults.failAll(HostFaults::Conversion);
   EXPECT_FALSE(writer.writeLine(raw("\xE3\x81\x82")));
   EXPECT_EQ(writer.state, RawLineFile::WriteFailed);
-  RawLineFile reader(folder.write("b.txt", "\x82\xA0\r\n"));
+  RawLineFile reader(folder.write("b.txt", "\x80\r\n")); // a byte that only the platform knows
   EXPECT_FALSE(reader.openRead());
   EXPECT_EQ(reader.state, RawLineFile::ConversionFailed);
   EXPECT_EQ(reader.record().fileEncoding, EncodingBinary);

@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+
 using namespace RawLayer;
 
 namespace {
@@ -14,6 +17,23 @@ namespace {
 RawString shiftJis(const char* bytes, int32_t size) {
   return RawString::fromBytes(EncodingShiftJis, bytes, size);
 }
+// The user's folder of a product that nobody else has; gone at the end.
+class ProductFolder {
+ public:
+  ProductFolder() : product(raw("TarvellonPathTest")), path(joinPath(userFolder(), product)) {}
+  ~ProductFolder() {
+    std::string name = bytesOf(path);
+    std::replace(name.begin(), name.end(), '\\', '/');
+    std::error_code error;
+    std::filesystem::remove_all(name, error);
+  }
+  ProductFolder(const ProductFolder&) = delete;
+  ProductFolder& operator=(const ProductFolder&) = delete;
+
+  RawString product;
+  RawString path;
+};
+
 std::string stem(const char* path) {
   const RawString text = raw(path);
   return bytesOf(RawString::fromRange(EncodingUtf8, text, stemRange(text, text.all())));
@@ -181,19 +201,18 @@ TEST(RawPath, CuttingMoreThanTheBaseHasLeavesTheRestAlone) {
 }
 
 TEST(RawPath, ThePlaceholderIsTheUsersFolderOfTheProduct) {
-  const RawString product = raw("TarvellonPathTest");
-  const RawString folder = joinPath(userFolder(), product);
-  EXPECT_EQ(resolveUserPath(product, raw("$(User)\\a.ini"), raw("c:\\base")),
-            absolutePath(raw("c:\\base"), joinPath(folder, raw("a.ini"))));
-  EXPECT_TRUE(isFolder(folder));
+  const ProductFolder folder;
+  EXPECT_EQ(resolveUserPath(folder.product, raw("$(User)\\a.ini"), raw("c:\\base")),
+            absolutePath(raw("c:\\base"), joinPath(folder.path, raw("a.ini"))));
+  EXPECT_TRUE(isFolder(folder.path));
 }
 
 TEST(RawPath, ThePlaceholderCountsWhereverItFirstOccurs) {
-  const RawString product = raw("TarvellonPathTest");
-  const RawString folder = joinPath(userFolder(), product);
-  EXPECT_EQ(resolveUserPath(product, raw("c:\\$(User)\\$(User)"), raw("d:\\base")),
-            RawString::concat(raw("c:\\"), folder, raw("\\$(User)")));
-  EXPECT_EQ(resolveUserPath(product, raw("$(user)"), raw("d:\\base")), raw("d:\\base\\$(user)"));
+  const ProductFolder folder;
+  EXPECT_EQ(resolveUserPath(folder.product, raw("c:\\$(User)\\$(User)"), raw("d:\\base")),
+            RawString::concat(raw("c:\\"), folder.path, raw("\\$(User)")));
+  EXPECT_EQ(resolveUserPath(folder.product, raw("$(user)"), raw("d:\\base")),
+            raw("d:\\base\\$(user)"));
 }
 
 TEST(RawPath, WithoutThePlaceholderThePathIsOnlyMadeAbsolute) {

@@ -17,13 +17,23 @@ namespace RawLayer {
 // The first byte from `start` on that is no plain text (0x01 to 0x7E); `end` when all are.
 inline int32_t rawSkipPlain(const uint8_t* data, int32_t start, int32_t end) {
 #ifdef RAW_SCAN_SSE2
-  const __m128i zero = _mm_setzero_si128();
-  const __m128i last = _mm_set1_epi8(0x7E);
+  const __m128i one = _mm_set1_epi8(1);
+  const __m128i last = _mm_set1_epi8(0x7D);
+  // Zero for each plain byte of sixteen.
+  const auto oddOf = [&](int32_t position) {
+    const auto* block = reinterpret_cast<const __m128i*>(data + position);
+    return _mm_subs_epu8(_mm_sub_epi8(_mm_loadu_si128(block), one), last);
+  };
+  const auto plainMask = [](__m128i odd) {
+    return static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(odd, _mm_setzero_si128())));
+  };
+  for (; end - start >= 64; start += 64) {
+    const __m128i first = _mm_or_si128(oddOf(start), oddOf(start + 16));
+    const __m128i second = _mm_or_si128(oddOf(start + 32), oddOf(start + 48));
+    if (plainMask(_mm_or_si128(first, second)) != 0xFFFF) break;
+  }
   for (; end - start >= 16; start += 16) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(data + start));
-    const __m128i below = _mm_cmpgt_epi8(bytes, zero); // bytes of 0x80 and above are negative
-    const __m128i odd = _mm_cmpgt_epi8(bytes, last);
-    const auto plain = static_cast<uint32_t>(_mm_movemask_epi8(_mm_andnot_si128(odd, below)));
+    const uint32_t plain = plainMask(oddOf(start));
     if (plain != 0xFFFF) return start + std::countr_one(plain);
   }
 #else

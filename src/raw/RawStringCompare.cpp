@@ -160,39 +160,73 @@ auto withCharacters(const RawStringBody* body, const Action& action) {
 
 // Tells which places a walk by characters from a starting place comes to. To be asked for rising
 // places only; all questions together cost no more than the walk.
-template <typename Rule, typename Unit>
 class CharacterSteps {
  public:
-  CharacterSteps(const Unit* units, int32_t start, int32_t length)
-      : units_(units), step_(start), length_(length) {}
+  CharacterSteps(const RawStringBody* body, int32_t start) : body_(body), step_(start) {}
 
   bool comeTo(int32_t place) {
-    if (Rule::most == 0) return true;
-    if (place <= step_) return place == step_;
-    // What no unit before it could reach over, even if it were a start, is a start for certain.
-    // In a valid text that is the hit itself.
-    int32_t sure = place;
-    while (sure > step_ && isReachedOver(sure)) --sure;
-    while (sure < place) sure += 1 + Rule::extra(units_, sure, length_);
-    step_ = sure;
-    return sure == place;
+    if (place > step_)
+      withCharacters(body_, [=, this](auto rule, const auto* units) { walk(rule, units, place); });
+    return place == step_;
   }
 
  private:
-  [[nodiscard]] bool isReachedOver(int32_t place) const {
+  // Goes to the first step that is not before the place.
+  template <typename Rule, typename Unit>
+  void walk(Rule rule, const Unit* units, int32_t place) {
+    // What no unit before it could reach over, even if it were a start, is a start for certain.
+    // In a valid text that is the place itself.
+    int32_t sure = place;
+    while (sure > step_ && isReachedOver(rule, units, sure)) --sure;
+    while (sure < place) sure += 1 + rule.extra(units, sure, body_->length);
+    step_ = sure;
+  }
+
+  template <typename Rule, typename Unit>
+  [[nodiscard]] bool isReachedOver(Rule rule, const Unit* units, int32_t place) const {
     using Block = UnitScan::WordBlock<Unit>;
     if (Rule::asciiStandsAlone && place - step_ >= Block::size &&
-        Block::load(units_ + place - Block::size).above(0x7F) == 0)
+        Block::load(units + place - Block::size).above(0x7F) == 0)
       return false;
     for (int32_t i = place - 1; i >= step_ && i >= place - Rule::most; --i)
-      if (i + Rule::extra(units_, i, length_) >= place) return true;
+      if (i + rule.extra(units, i, body_->length) >= place) return true;
     return false;
   }
 
-  const Unit* units_;
+  const RawStringBody* body_;
   int32_t step_; // a place that the walk comes to
-  int32_t length_;
 };
+
+// The first place in [from, end) with the unit, wherever it stands; the end when there is none.
+int32_t nextUnit(const RawStringBody* body, int32_t from, int32_t end, uint16_t unit) {
+  return withUnits(body, [=]<typename Unit>(const Unit* units) {
+    const auto sought = static_cast<Unit>(unit);
+    return sought == unit ? from + UnitScan::firstUnit(units + from, end - from, sought) : end;
+  });
+}
+
+// The same for several units; behind the end follow as many as they are, less one.
+template <typename Unit, typename OtherUnit>
+int32_t nextUnits(const Unit* units, int32_t from, int32_t end, const OtherUnit* sought,
+                  int32_t count) {
+  // The first and the last unit tell most places apart; the comparison has the last word.
+  const auto first = static_cast<Unit>(sought[0]);
+  const auto last = static_cast<Unit>(sought[count - 1]);
+  for (; from < end; ++from) {
+    from += UnitScan::firstPair(units + from, end - from, first, last, count - 1);
+    if (from < end && differenceIn<Case::Exact>(units + from, sought, count) == count) break;
+  }
+  return from;
+}
+
+int32_t nextPart(const RawStringBody* body, int32_t from, int32_t end, const RawStringBody* other,
+                 RawRange part) {
+  return withUnits(body, [=](const auto* units) {
+    return withUnits(other, [=](const auto* otherUnits) {
+      return nextUnits(units, from, end, otherUnits + part.start, part.size());
+    });
+  });
+}
 
 // --- Sets
 
@@ -280,16 +314,11 @@ bool RawString::containsChar(uint16_t unit) const {
 
 int32_t RawString::findChar(RawRange range, uint16_t unit) const {
   const RawRange part = range.clamped(length());
-  return withCharacters(body_, [&]<typename Unit>(auto rule, const Unit* units) {
-    const auto sought = static_cast<Unit>(unit);
-    if (sought != unit) return part.end;
-    CharacterSteps<decltype(rule), Unit> steps(units, part.start, length());
-    for (int32_t i = part.start; i < part.end; ++i) {
-      i += UnitScan::firstUnit(units + i, part.end - i, sought);
-      if (i < part.end && steps.comeTo(i)) return i;
-    }
-    return part.end;
-  });
+  CharacterSteps steps(body_, part.start);
+  int32_t place = nextUnit(body_, part.start, part.end, unit);
+  while (place < part.end && !steps.comeTo(place))
+    place = nextUnit(body_, place + 1, part.end, unit);
+  return place;
 }
 
 int32_t RawString::findCharFrom(int32_t position, uint16_t unit) const {
@@ -299,26 +328,14 @@ int32_t RawString::findCharFrom(int32_t position, uint16_t unit) const {
 int32_t RawString::find(RawRange range, const RawString& other, RawRange otherRange) const {
   const RawRange part = range.clamped(length());
   const RawRange sought = otherRange.clamped(other.length());
-  if (sought.isEmpty() || sought.size() > part.size()) return part.end;
-  const int32_t places = part.size() - sought.size() + 1;
-  return withCharacters(body_, [&]<typename Unit>(auto rule, const Unit* units) {
-    return withUnits(other.body_, [&](const auto* otherUnits) {
-      otherUnits += sought.start;
-      // The first and the last unit tell most places apart; the comparison has the last word.
-      const auto first = static_cast<Unit>(otherUnits[0]);
-      const auto last = static_cast<Unit>(otherUnits[sought.size() - 1]);
-      CharacterSteps<decltype(rule), Unit> steps(units, part.start, length());
-      const int32_t end = part.start + places;
-      for (int32_t i = part.start; i < end; ++i) {
-        i += UnitScan::firstPair(units + i, end - i, first, last, sought.size() - 1);
-        if (i < end &&
-            differenceIn<Case::Exact>(units + i, otherUnits, sought.size()) == sought.size() &&
-            steps.comeTo(i))
-          return i;
-      }
-      return part.end;
-    });
-  });
+  if (sought.isEmpty()) return part.end;
+  const int32_t end = part.end - sought.size() + 1;
+  CharacterSteps steps(body_, part.start);
+  for (int32_t place = part.start; place < end; ++place) {
+    place = nextPart(body_, place, end, other.body_, sought);
+    if (place < end && steps.comeTo(place)) return place;
+  }
+  return part.end;
 }
 
 int32_t RawString::find(const RawString& other) const {

@@ -1,5 +1,6 @@
 #include "raw/RawCodePage.h"
 #include "raw/RawStringParts.h"
+#include "raw/RawUnitScan.h"
 
 #include <bit>
 
@@ -12,6 +13,22 @@ namespace {
 
 bool isUtf16Bytes(int32_t encoding) {
   return encoding == EncodingUtf16Be || encoding == EncodingUtf16Le;
+}
+
+// Whether units below 0x80 stand for ASCII, one by one. Of the codes that texts have in the running
+// system, UTF-7 alone has more to say with them.
+bool holdsAscii(int32_t encoding) {
+  return encoding == EncodingAnsi || encoding == EncodingShiftJis || encoding == EncodingUtf8 ||
+         encoding == EncodingWide;
+}
+
+// Whether the part is ASCII that reads the same in both codes, as nearly all texts are: no
+// conversion is needed then.
+bool isPlainIn(int32_t encoding, const RawStringBody* body, int32_t start, int32_t count) {
+  return holdsAscii(encoding) && holdsAscii(body->encoding) &&
+         withUnits(body, [=]<typename Unit>(const Unit* units) {
+           return UnitScan::firstAbove(units + start, count, Unit{0x7F}) == count;
+         });
 }
 
 void copyPairs(uint8_t* target, const uint8_t* source, int32_t units, bool swapped) {
@@ -77,12 +94,19 @@ int32_t rawNativeUtf16() {
 }
 
 uint32_t rawCodePageOf(int32_t encoding) {
+  // What is in no code page is read as the active one.
   static constexpr uint32_t pages[] = {0, 932, 65001, 65000, 2, 0, 0, 0, 0};
   return encoding >= EncodingAnsi && encoding <= EncodingBinary ? pages[encoding] : 0;
 }
 
 RawStringBody* convertPart(int32_t encoding, const RawStringBody* body, int32_t start,
                            int32_t count) {
+  if (isPlainIn(encoding, body, start, count)) {
+    RawStringBody* result = makeOwnedBody(encoding, count);
+    copyUnits(result, 0, body, start, count);
+    endAt(result, count);
+    return result;
+  }
   if (body->encoding == EncodingWide) return fromWideUnits(encoding, wideOf(body) + start, count);
   RawStringBody* wide = toWide(body->encoding, bytesOf(body) + start, count);
   if (encoding == EncodingWide) return wide;

@@ -8,12 +8,10 @@
 
 #include <atomic>
 #include <cstring>
-#include <type_traits>
 
 namespace RawLayer {
 
 static_assert(sizeof(RawString) == sizeof(void*), "a text is exactly one pointer");
-static_assert(std::is_trivially_copyable_v<RawStringBody>, "owned bodies are moved by realloc");
 
 // Aggregates of a view for the length of one operation, that nobody counts or frees.
 constexpr RawStringBody passingView(int32_t encoding, const void* units, int32_t length) {

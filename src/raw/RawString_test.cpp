@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -255,7 +256,7 @@ TEST(RawString, SharingAViewCopiesIt) {
   assigned = view;
   view.release();
   buffer.reset();
-  for (const RawString* each : {&shared, &copied, &assigned}) {
+  for (const RawString* each : {&shared, &copied, static_cast<const RawString*>(&assigned)}) {
     EXPECT_EQ(bytesOf(*each), "abc");
     EXPECT_EQ(each->kind(), RawString::KindOwned);
     EXPECT_EQ(each->capacity(), 26);

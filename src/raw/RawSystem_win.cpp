@@ -75,10 +75,11 @@ RawString tempFolder(int32_t encoding) {
   const auto fits = [](DWORD size, int32_t room) {
     return size != 0 && size < static_cast<DWORD>(room);
   };
-  return withoutTrailingSeparator(queryText(
-      encoding, PathUnits,
+  const RawString folder = queryText(
+      platformEncoding(encoding), PathUnits,
       [fits](char* buffer, int32_t room) { return fits(GetTempPathA(room, buffer), room); },
-      [fits](wchar_t* buffer, int32_t room) { return fits(GetTempPathW(room, buffer), room); }));
+      [fits](wchar_t* buffer, int32_t room) { return fits(GetTempPathW(room, buffer), room); });
+  return withoutTrailingSeparator(folder).shareAs(encoding);
 }
 
 RawString specialFolder(int32_t folderNumber, int32_t encoding) {

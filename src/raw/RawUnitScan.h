@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #if defined(__SSE2__) || defined(_M_X64)
 #define RAW_UNIT_SCAN_SSE2
@@ -24,6 +25,14 @@
 #endif
 
 namespace RawLayer::UnitScan {
+
+// Elsewhere than on Windows the C runtime scans bytes with the widest registers that the processor
+// has, which no program built for all processors can do.
+#if defined(_WIN32)
+inline constexpr bool runtimeIsFast = false;
+#else
+inline constexpr bool runtimeIsFast = true;
+#endif
 
 // Each block type for units of 8 or 16 bits has: `size` in units; load; broadcast; folded, with a
 // to z as A to Z; equal, a mask that tells which units are the same; differing, its opposite;
@@ -154,6 +163,11 @@ RAW_UNIT_SCAN_INLINE int32_t firstMatch(int32_t count, const Match& match) {
 
 template <typename Unit, template <typename> class Block = WidestBlock>
 RAW_UNIT_SCAN_INLINE int32_t firstUnit(const Unit* units, int32_t count, Unit unit) {
+  if constexpr (runtimeIsFast && std::is_same_v<Block<Unit>, WidestBlock<uint8_t>>) {
+    if (count <= 0) return count;
+    const void* place = std::memchr(units, unit, static_cast<std::size_t>(count));
+    return place == nullptr ? count : static_cast<int32_t>(static_cast<const Unit*>(place) - units);
+  }
   return firstMatch<Unit, Block>(count, [=](auto block, int32_t i) {
     return block.load(units + i).equal(block.broadcast(unit));
   });
@@ -178,6 +192,8 @@ RAW_UNIT_SCAN_INLINE int32_t firstAbove(const Unit* units, int32_t count, Unit l
 
 template <typename Unit, template <typename> class Block = WidestBlock>
 RAW_UNIT_SCAN_INLINE int32_t firstDifference(const Unit* a, const Unit* b, int32_t count) {
+  if constexpr (runtimeIsFast && std::is_same_v<Block<Unit>, WidestBlock<uint8_t>>)
+    if (count <= 0 || std::memcmp(a, b, static_cast<std::size_t>(count)) == 0) return count;
   return firstMatch<Unit, Block>(
       count, [=](auto block, int32_t i) { return block.load(a + i).differing(block.load(b + i)); });
 }

@@ -20,17 +20,23 @@ inline const char* narrowOrNull(const RawPlatformText& text) {
   return *text.narrow() == 0 ? nullptr : text.narrow();
 }
 
+// The code in which the platform gives a text that is wanted in `encoding`: that of the narrow form
+// for codes 0 and 1, that of the wide one for all others.
+inline int32_t platformEncoding(int32_t encoding) {
+  const bool isNarrow = encoding == EncodingAnsi || encoding == EncodingShiftJis;
+  return isNarrow ? encoding : static_cast<int32_t>(EncodingWide);
+}
+
 // What a call with a narrow and a wide form writes into a buffer of `units` units and a
-// terminator, as a text of the encoding: the narrow form for codes 0 and 1, the wide one for all
-// others. `narrow(buffer, room)` and `wide(buffer, room)` are given the room with the terminator
-// and say whether they succeeded; if not, `otherwise` is the text.
+// terminator, as a text of the encoding. `narrow(buffer, room)` and `wide(buffer, room)` are given
+// the room with the terminator and say whether they succeeded; if not, `otherwise` is the text.
 template <class Narrow, class Wide>
 RawString queryText(int32_t encoding, int32_t units, Narrow narrow, Wide wide,
                     const RawString& otherwise = RawString::emptyStatic()) {
-  const bool isNarrow = encoding == EncodingAnsi || encoding == EncodingShiftJis;
-  RawString text(isNarrow ? encoding : static_cast<int32_t>(EncodingWide), units);
-  const bool done = isNarrow ? narrow(text.mutableText(), units + 1)
-                             : wide(reinterpret_cast<wchar_t*>(text.mutableWide()), units + 1);
+  RawString text(platformEncoding(encoding), units);
+  const bool done = text.encoding() == EncodingWide
+                        ? wide(reinterpret_cast<wchar_t*>(text.mutableWide()), units + 1)
+                        : narrow(text.mutableText(), units + 1);
   if (!done) return otherwise.shareAs(encoding);
   text.syncLength();
   return text.shareAs(encoding);

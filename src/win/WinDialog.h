@@ -12,13 +12,13 @@
 namespace WinLayer {
 
 class WinViewListAllocator : public RawLayer::RawListAllocator<WinView> {
-public:
+ public:
   void destroy(WinView*) override {} // views are members of their dialogs
 };
 
 // Views with identifiers; every operation is under the list's lock.
 class WinViewList : public RawLayer::RawListR<WinViewListAllocator, WinView> {
-public:
+ public:
   static constexpr uint32_t FirstIdentifier = 2500;
 
   RawLayer::RawLock lock;
@@ -30,13 +30,13 @@ public:
   void removeView(const WinView& view);
   void removeAll(); // identifiers begin anew
 
-private:
+ private:
   uint32_t nextIdentifier_ = FirstIdentifier;
 };
 
 // State and size of a dialog.
 class WinDialogResize {
-public:
+ public:
   enum DialogFlag : uint16_t { OffersKeys = 0x0001, ChildWantsKeys = 0x0002 };
   enum ShowState : int32_t {
     Normal = 0,
@@ -59,15 +59,15 @@ public:
 };
 
 class WinDialog : public WinView, public WinDialogResize {
-public:
+ public:
   WinDialog();
   ~WinDialog() override;
 
   // Registers the class where needed, creates and shows the top-level window.
   void Create();
   using WinView::Create;
-  int32_t RunLoop();                      // the wParam of WM_QUIT
-  int32_t RunModal(WinView* ownerView);   // the dialog's result; null: no owner, by itself
+  int32_t RunLoop();                    // the wParam of WM_QUIT
+  int32_t RunModal(WinView* ownerView); // the dialog's result; null: no owner, by itself
   void Show(WPARAM wParam, LPARAM lParam);
 
   virtual void OnCreateChildren() {}
@@ -83,26 +83,35 @@ public:
 
   static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-protected:
+ protected:
   int32_t blockedHandler(HWND blocking, UINT message, WPARAM wParam, LPARAM lParam);
   int32_t normalHandler(UINT message, WPARAM wParam, LPARAM lParam);
+
+ private:
+  int32_t handleDestroy();
+  int32_t handleSize(WPARAM wParam, LPARAM lParam);
+  int32_t handlePaint(WPARAM wParam, LPARAM lParam);
+  int32_t handleMinMaxInfo(WPARAM wParam, LPARAM lParam);
+  void moveFocus(uint32_t childId, bool backwards);
+  void leaveStanding();
 };
 
 // Brings a window to the front, again and again until it is there or gone.
 void forceForeground(HWND window);
 
 class WinDialogThread : public WinDialog, public RawLayer::RawThreadUnit {
-public:
+ public:
   // Starts the thread and waits until its window stands.
   void startAndWait();
   // Destroys the window from another thread and joins.
   void stopAndWait();
   [[nodiscard]] bool isReady();
 
-protected:
+ protected:
   void run() override;
 
-private:
+ private:
+  void setReady(bool value);
   RawLayer::RawEvent readyEvent_;
   RawLayer::RawLock readyLock_;
   bool ready_ = false;

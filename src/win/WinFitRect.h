@@ -7,7 +7,7 @@
 namespace WinLayer {
 
 class WinFitRect {
-public:
+ public:
   // Each adds a change of the parent to one side; a value is the sum of the wanted rules.
   enum Anchor : uint16_t {
     LeftByLeft = 0x0001,

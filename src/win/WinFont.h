@@ -7,7 +7,7 @@
 namespace WinLayer {
 
 class WinFont {
-public:
+ public:
   LOGFONTW description{};
 
   WinFont();
@@ -23,7 +23,7 @@ public:
   static WinFont& menu();
   static WinFont& tip();
 
-private:
+ private:
   WinFontOwner font_;
 };
 

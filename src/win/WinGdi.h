@@ -42,7 +42,7 @@ using WinMemoryDcOwner = RawLayer::RawOwner<WinMemoryDcCloser>;
 
 // The device context of a window (null: the screen) for the length of a scope.
 class WinWindowDc {
-public:
+ public:
   explicit WinWindowDc(HWND window) : window_(window), dc_(GetDC(window)) {}
   ~WinWindowDc() {
     if (dc_) ReleaseDC(window_, dc_);
@@ -51,14 +51,14 @@ public:
   WinWindowDc& operator=(const WinWindowDc&) = delete;
   [[nodiscard]] HDC get() const { return dc_; }
 
-private:
+ private:
   HWND window_;
   HDC dc_;
 };
 
 // An object selected into a context for the length of a scope.
 class WinSelect {
-public:
+ public:
   WinSelect(HDC dc, HGDIOBJ object) : dc_(dc), old_(object ? SelectObject(dc, object) : nullptr) {}
   ~WinSelect() {
     if (old_) SelectObject(dc_, old_);
@@ -66,7 +66,7 @@ public:
   WinSelect(const WinSelect&) = delete;
   WinSelect& operator=(const WinSelect&) = delete;
 
-private:
+ private:
   HDC dc_;
   HGDIOBJ old_;
 };
@@ -74,7 +74,9 @@ private:
 inline RECT platformRect(const WinRect& rect) {
   return {rect.left, rect.top, rect.right, rect.bottom};
 }
-inline WinRect rectOf(const RECT& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
+inline WinRect rectOf(const RECT& rect) {
+  return {rect.left, rect.top, rect.right, rect.bottom};
+}
 
 // Fills and frames with a solid colour, without a brush left behind.
 void fillRect(HDC dc, const WinRect& rect, COLORREF colour);
@@ -83,13 +85,18 @@ void frameRect(HDC dc, const WinRect& rect, COLORREF colour); // one pixel wide
 // A surface in memory of the size of a rectangle, to be copied to its context in one step. Keeps
 // its bitmap for the next use while it is big enough.
 class WinOffscreen {
-public:
+ public:
+  WinOffscreen() = default;
+  ~WinOffscreen();
+  WinOffscreen(const WinOffscreen&) = delete;
+  WinOffscreen& operator=(const WinOffscreen&) = delete;
+
   // The context to draw into, with the rectangle's left top at (0, 0); null when there is none.
   HDC begin(HDC target, WinSize size);
   // Copies the surface to `place` in the target that `begin` was given.
   void end(WinPoint place);
 
-private:
+ private:
   HDC target_ = nullptr;
   WinSize size_;
   WinSize capacity_;

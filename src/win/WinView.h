@@ -24,7 +24,8 @@ inline constexpr int32_t WinNotHandled = 0x7FFFFFFF;
 // Private window messages.
 inline constexpr UINT WinMessageRemind = 0x8000;
 inline constexpr UINT WinMessageShow = 0x8001;
-inline constexpr UINT WinMessageMoveFocus = 0x8002; // wParam the view's identifier, lParam 1 backwards
+inline constexpr UINT WinMessageMoveFocus =
+    0x8002; // wParam the view's identifier, lParam 1 backwards
 inline constexpr UINT WinMessageMenuResult = 0x8003; // wParam the entry id
 
 // Codes of a WM_COMMAND between views: the high word, with the view's identifier in the low word.
@@ -37,19 +38,19 @@ inline constexpr uint32_t WinCodeScrolled = 0x100A;
 
 // Sees each message after the view's own handler.
 class WinViewHook {
-public:
+ public:
   virtual ~WinViewHook() = default;
   virtual int32_t OnHookMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 };
 class WinViewHookListAllocator : public RawLayer::RawListAllocator<WinViewHook> {
-public:
+ public:
   void destroy(WinViewHook*) override {} // hooks are members of who adds them
 };
 class WinViewHookList : public RawLayer::RawListR<WinViewHookListAllocator, WinViewHook> {};
 
 // Title, style and font. Slot order: GetTitle, ClearTitle, SetTitle, AppendTitle.
 class WinViewStyle {
-public:
+ public:
   uint32_t titleRevision = 0; // goes up with each change of the title
   DWORD style = 0;
   DWORD extendedStyle = 0;
@@ -63,18 +64,18 @@ public:
   // Own font, else the first up the style parents, else the window font.
   [[nodiscard]] HFONT fontHandle() const;
 
-  static HINSTANCE instance; // of the program's module, for resources
+  static HINSTANCE instance();        // of the program's module, for resources
   static COLORREF windowTextColour(); // taken once at first use
   static COLORREF dialogColour();
 
-protected:
+ protected:
   virtual ~WinViewStyle() = default;
   RawString title_;
 };
 
 // Measuring. Slot order: MeasureText, AdjustFrame.
 class WinViewFitting {
-public:
+ public:
   enum FitFlag : uint16_t {
     TextLeft = 0x0001,
     TextRight = 0x0002,
@@ -97,13 +98,13 @@ public:
   // From client to window rectangle.
   virtual void AdjustFrame(WinRect& rect) = 0;
 
-protected:
+ protected:
   virtual ~WinViewFitting() = default;
 };
 
 // The window and its hooks.
 class WinViewAction {
-public:
+ public:
   enum ViewFlag : uint16_t {
     WantsPreTranslate = 0x0001,
     NotSubclassed = 0x0002,
@@ -121,13 +122,16 @@ public:
   void setBlockingWindow(HWND blocking); // under the lock
   [[nodiscard]] HWND blockingWindow();
 
-private:
+ private:
   RawLayer::RawLock lock_;
   HWND blockingWindow_ = nullptr;
 };
 
-class WinView : public WinFitRect, public WinViewStyle, public WinViewAction, public WinViewFitting {
-public:
+class WinView : public WinFitRect,
+                public WinViewStyle,
+                public WinViewAction,
+                public WinViewFitting {
+ public:
   WinView() = default;
   ~WinView() override; // a window that still stands is destroyed
   WinView(const WinView&) = delete;
@@ -151,6 +155,8 @@ public:
 
   // Creates the platform window as a child of the dialog; without one later calls are no-ops.
   void Create(WinDialog& dialog);
+  // Binds a window that the platform is creating for this view.
+  void bindWindow(HWND newWindow) { window = newWindow; }
   // OnMessage, then the hooks until one answers.
   int32_t Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
   void addHook(WinViewHook& hook);
@@ -163,6 +169,17 @@ public:
   // Posts or sends a WM_COMMAND of this view with the code, to its own window.
   void postCode(uint32_t code) const;
   LRESULT sendCode(uint32_t code) const;
+
+ private:
+  static LRESULT CALLBACK SubclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR id, DWORD_PTR view);
+  bool swallowsInput(UINT message, WPARAM wParam);
 };
+
+// Measures and draws text as views do: tab length 4. `format` is the platform's.
+WinRect measureText(HDC dc, const RawString& text, const WinRect& box, UINT format);
+void drawText(HDC dc, const RawString& text, const WinRect& box, UINT format);
+// The horizontal and wrapping part of a text's format by fit flags.
+UINT textFormat(uint16_t fitFlags);
 
 } // namespace WinLayer

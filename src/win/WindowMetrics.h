@@ -9,7 +9,7 @@
 namespace WinLayer {
 
 class WindowMetrics {
-public:
+ public:
   int32_t margin = 4;
   int32_t frameMargin = 2;
   int32_t captionHeight = 12;

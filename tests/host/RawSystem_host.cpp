@@ -122,8 +122,8 @@ RawString userName(int32_t encoding) {
 }
 
 RawString tempFolder(int32_t encoding) {
-  return withoutTrailingSeparator(
-      fact(state().facts.tempFolder, encoding, RawString::emptyStatic()));
+  const RawString folder = fact(state().facts.tempFolder, EncodingUtf8, RawString::emptyStatic());
+  return withoutTrailingSeparator(folder).shareAs(encoding);
 }
 
 RawString specialFolder(int32_t folderNumber, int32_t encoding) {
