@@ -10,6 +10,7 @@
 #include "raw/RawPath.h"
 
 #include <algorithm>
+#include <filesystem>
 
 using namespace JobLayer;
 
@@ -68,8 +69,9 @@ double runBare(const RawString& folder, bool yields) {
 
 int main() {
   if (makeLine().length() != LineLength) return 1;
-  const RawString folder = RawLayer::joinPath(RawLayer::tempFolder(), "TarvellonBenchLog"_text);
-  RawLayer::makeFolders(folder);
+  std::error_code error;
+  const auto place = std::filesystem::temp_directory_path(error) / "TarvellonBenchLog";
+  const RawString folder = RawString::fromChars(place.string().c_str());
   Cost cost;
   for (int32_t i = 0; i < Runs; ++i) {
     runLog(folder, cost);
@@ -80,6 +82,6 @@ int main() {
   Bench::report("log in total", "ns", cost.total, "bare write", cost.bare, 1.2);
   Bench::report("log in total", "ns", cost.total, "bare write and yield", cost.bareAndYield, 1.2);
 
-  JobLogServer().start(folder, 1);
+  std::filesystem::remove_all(place, error);
   return 0;
 }

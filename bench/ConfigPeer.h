@@ -8,7 +8,9 @@ const char* name();
 double goal();
 // From opening to the last entry; gives what was counted.
 int read(const char* path);
-// The same with every entry of the file taken into a tree of its own: sections, keys, values.
+// The same with every entry of the file taken into a tree of its own: sections, keys, values. It
+// stays until dropTree.
 int readTree(const char* path);
+void dropTree();
 
 } // namespace ConfigPeer

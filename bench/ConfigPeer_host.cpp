@@ -77,24 +77,28 @@ int read(const char* path) {
   return entries;
 }
 
+struct Section {
+  std::string name;
+  std::vector<std::pair<std::string, std::string>> values;
+};
+static std::vector<Section> sections;
+
 int readTree(const char* path) {
-  struct Section {
-    std::string name;
-    std::vector<std::pair<std::string, std::string>> values;
-  };
-  std::vector<Section> sections;
   parse(
       path,
-      [](void* context, const char* section, const char* name, const char* value) {
-        auto& all = *static_cast<std::vector<Section>*>(context);
-        if (all.empty() || all.back().name != section) all.push_back({section, {}});
-        all.back().values.emplace_back(name, value);
+      [](void*, const char* section, const char* name, const char* value) {
+        if (sections.empty() || sections.back().name != section) sections.push_back({section, {}});
+        sections.back().values.emplace_back(name, value);
         return 1;
       },
-      &sections);
+      nullptr);
   int entries = 0;
   for (const Section& section : sections) entries += static_cast<int>(section.values.size());
   return entries;
+}
+
+void dropTree() {
+  sections.clear();
 }
 
 } // namespace ConfigPeer

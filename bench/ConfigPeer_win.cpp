@@ -28,12 +28,13 @@ int read(const char* path) {
 }
 
 // The entries of a section stay in the block that the call fills: that is its tree.
+static std::vector<std::vector<wchar_t>> sections;
+
 int readTree(const char* path) {
   wchar_t wide[MAX_PATH] = {};
   open(path, wide);
   std::vector<wchar_t> names(1 << 20);
   GetPrivateProfileSectionNamesW(names.data(), static_cast<DWORD>(names.size()), wide);
-  std::vector<std::vector<wchar_t>> sections;
   wchar_t values[4096];
   int entries = 0;
   for (const wchar_t* name = names.data(); *name != 0; name += std::wcslen(name) + 1) {
@@ -42,6 +43,10 @@ int readTree(const char* path) {
     for (const wchar_t unit : sections.back()) entries += unit == 0 ? 1 : 0;
   }
   return entries;
+}
+
+void dropTree() {
+  sections.clear();
 }
 
 } // namespace ConfigPeer

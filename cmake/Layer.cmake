@@ -1,5 +1,5 @@
 # tarvellon_layer(NAME [DEPENDS lower...] [SOURCES name...] [WIN_SOURCES name...]
-#                 [PLATFORM name...] [TESTS name...] [WIN_TESTS name...])
+#                 [PLATFORM name...] [TESTS name...] [WIN_TESTS name...] [HOST_TESTS name...])
 #
 # One layer of the house: a static library NAME and, with tests on, a runner
 # NAME_test. Names stand without their suffix.
@@ -8,8 +8,9 @@
 #   PLATFORM     NAME_win.cpp on Windows, tests/host/NAME_host.cpp elsewhere
 #   TESTS        NAME_test.cpp, run everywhere
 #   WIN_TESTS    NAME_test.cpp, run on Windows only
+#   HOST_TESTS   NAME_test.cpp, which look into the platform stand-ins of the host builds
 function(tarvellon_layer layer)
-  cmake_parse_arguments(arg "" "" "DEPENDS;SOURCES;WIN_SOURCES;PLATFORM;TESTS;WIN_TESTS" ${ARGN})
+  cmake_parse_arguments(arg "" "" "DEPENDS;SOURCES;WIN_SOURCES;PLATFORM;TESTS;WIN_TESTS;HOST_TESTS" ${ARGN})
 
   set(files "")
   foreach(name IN LISTS arg_SOURCES)
@@ -46,6 +47,10 @@ function(tarvellon_layer layer)
     endforeach()
     if(WIN32)
       foreach(name IN LISTS arg_WIN_TESTS)
+        list(APPEND tests ${CMAKE_CURRENT_SOURCE_DIR}/${name}_test.cpp)
+      endforeach()
+    else()
+      foreach(name IN LISTS arg_HOST_TESTS)
         list(APPEND tests ${CMAKE_CURRENT_SOURCE_DIR}/${name}_test.cpp)
       endforeach()
     endif()

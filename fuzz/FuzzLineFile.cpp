@@ -83,14 +83,14 @@ void checkDetection(const string& data) {
   }
 }
 
-// A line too long is only believed when there is one.
+// A line too long is only believed when there is one. Half a unit may stand behind it.
 void checkTooLong(const string& text, int32_t workEncoding, int32_t bufferSize) {
   std::size_t longest = 0;
   for (const Line& line : LineReference::cut(text, workEncoding)) {
     const std::size_t size = line.text.size() + line.end.size();
     if (size > longest) longest = size;
   }
-  require(longest + 6 >= static_cast<std::size_t>(bufferSize));
+  require(longest + 1 + 6 >= static_cast<std::size_t>(bufferSize));
 }
 
 void checkReading(const MemoryFile& source, const string& data, const Choice& choice) {
@@ -99,30 +99,32 @@ void checkReading(const MemoryFile& source, const string& data, const Choice& ch
   file.sourceEncoding = choice.sourceEncoding;
   if (choice.keepEncoding) file.options = RawLineFile::KeepEncoding;
   std::vector<Line> lines;
-  if (file.openRead())
+  const bool opened = file.openRead();
+  const int32_t detected = file.record().fileEncoding; // a fault further on makes it binary
+  if (opened)
     while (file.nextLine().valid)
       lines.push_back({unitsOf(file.record().text), unitsOf(file.record().lineEnd)});
   require(!file.nextLine().valid);
 
-  const int32_t detected = file.record().fileEncoding;
   const int32_t work = file.workEncoding;
   const RawMark mark = markOf(file.record().markEncoding);
   string text = data.substr(static_cast<std::size_t>(mark.size));
   const bool converts = work != 0 && detected != EncodingBinary && detected != work &&
                         (detected != 0 || isUtf16Bytes(work));
-  if (converts) {
-    // Faulty characters may come out otherwise where a block cuts them.
-    const auto size = static_cast<int32_t>(text.size());
-    const bool inOneBlock = static_cast<int32_t>(data.size()) <= choice.bufferSize &&
-                            (detected == 0 || clipToCharacter(detected, text.data(), size) == size);
-    if (!inOneBlock) return;
-    text = converted(detected, work, text);
-  }
+  const bool inOneBlock = static_cast<int32_t>(data.size()) <= choice.bufferSize;
+  const auto size = static_cast<int32_t>(text.size());
+  const bool endsInside =
+      converts && detected != 0 && clipToCharacter(detected, text.data(), size) != size;
+  require(inOneBlock ? (file.state == RawLineFile::ConversionFailed) <= endsInside
+                     : file.state != RawLineFile::ConversionFailed || converts);
+  if (file.state == RawLineFile::ConversionFailed) return;
+  // Faulty characters may come out otherwise where a block cuts them.
+  if (converts && (endsInside || !inOneBlock)) return;
+  if (converts) text = converted(detected, work, text);
   if (file.state == RawLineFile::LineTooLong) {
     checkTooLong(text, work, choice.bufferSize);
     return;
   }
-  if (converts && file.state == RawLineFile::ConversionFailed) return;
   require(file.state == RawLineFile::OpenLastBlock);
   std::vector<Line> expected = LineReference::cut(text, work);
   // Wide text has no half units.

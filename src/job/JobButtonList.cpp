@@ -19,16 +19,6 @@ void setFlag(uint16_t& flags, uint16_t bit, bool value) {
   flags = static_cast<uint16_t>(value ? flags | bit : flags & ~bit);
 }
 
-// A whole decimal number with an optional sign; 0 for all else. The general parser would take
-// "0x10", too.
-int32_t decimalIndex(const RawString& text) {
-  const bool isSigned = text.at(0) == '-' || text.at(0) == '+';
-  RawLayer::RawNumberParser parser;
-  if (!parser.parseInBase(text, {isSigned ? 1 : 0, text.length()}, 10)) return 0;
-  const auto value = static_cast<uint32_t>(parser.value);
-  return static_cast<int32_t>(text.at(0) == '-' ? 0 - value : value);
-}
-
 } // namespace
 
 RawString expandedSetupValue(const JobParamList& params, const RawString& key,
@@ -57,7 +47,7 @@ void JobButtonUnit::setup(const JobExecutorPair& executor) {
   setFlag(flags, ShowTitle, !shown.isEmpty() || !hasIcon);
   if (hasIcon) {
     const RawString file = expanded("IconFile"_text);
-    icon = JobIconSource::iconNumber(file, decimalIndex(expanded("IconIndex"_text)));
+    icon = JobIconSource::iconNumber(file, decimalIndexOf(expanded("IconIndex"_text)));
   }
   setFlag(flags, IsHidden, isTrueText(expanded("Hidden"_text)));
   setFlag(flags, CanDrop, isTrueText(expanded("DropRun"_text)));

@@ -32,7 +32,7 @@ bool ConfigLines::next() {
     const RawLineRecord& line = file_.nextLine();
     if (!line.valid) break;
     text_ = &line.text;
-    range_ = line.text.trimRange(line.text.all(), RawString::whiteSpace());
+    range_ = withoutBlanks(line.text, line.text.all());
     if (range_.isEmpty()) continue;
     const uint16_t first = line.text.at(range_.start);
     if (first == '/') continue;
@@ -66,22 +66,23 @@ JobParamList& entryOf(List& list, const RawString& name) {
 // How the name of a section begins, and where its lines go. The first row that fits counts.
 struct SectionKind {
   const RawString& prefix;
-  JobParamList& (*makeEntry)(const Targets& targets, const RawString& name);
+  JobParamList& (*makeEntry)(const Targets& targets, const RawString& rest);
 };
 
-const SectionKind* kindOf(const RawString& header) {
+// The kind of the section whose name starts at the position; null for all others.
+const SectionKind* kindOf(const RawString& line, int32_t position) {
   static const SectionKind kinds[] = {
       {JobSelectorList::sectionPrefix(),
-       [](const Targets& targets, const RawString& name) -> JobParamList& {
-         return entryOf(targets.selectors, name);
+       [](const Targets& targets, const RawString& rest) -> JobParamList& {
+         return entryOf(targets.selectors, rest);
        }},
       {JobButtonList::sectionPrefix(),
-       [](const Targets& targets, const RawString& name) -> JobParamList& {
-         return entryOf(targets.buttons, name);
+       [](const Targets& targets, const RawString& rest) -> JobParamList& {
+         return entryOf(targets.buttons, rest);
        }},
       {"Action:"_text,
-       [](const Targets& targets, const RawString& name) -> JobParamList& {
-         return targets.actions.add(name)->params;
+       [](const Targets& targets, const RawString& rest) -> JobParamList& {
+         return targets.actions.add(rest)->params;
        }},
       {"Initialize"_text,
        [](const Targets& targets, const RawString&) -> JobParamList& {
@@ -89,23 +90,21 @@ const SectionKind* kindOf(const RawString& header) {
        }},
   };
   for (const SectionKind& kind : kinds)
-    if (header.equalsAt(0, kind.prefix, 0, kind.prefix.length())) return &kind;
+    if (line.equalsAt(position, kind.prefix, 0, kind.prefix.length())) return &kind;
   return nullptr;
 }
 
 void readSection(ConfigLines& lines, const Targets& targets) {
   const RawString& line = lines.text();
-  const RawRange range = lines.range();
-  if (line.at(range.end - 1) != ']') return;
-  const RawString header =
-      RawString::fromRange(line.encoding(), line, {range.start + 1, range.end - 1});
-  const SectionKind* kind = kindOf(header);
+  const RawRange name = {lines.range().start + 1, lines.range().end - 1};
+  if (line.at(name.end) != ']') return;
+  const SectionKind* kind = kindOf(line, name.start);
   if (kind == nullptr) return;
-  const RawString name =
-      RawString::fromRange(header.encoding(), header, {kind->prefix.length(), header.length()});
-  if (kind->makeEntry(targets, name).Parse(lines)) return;
+  const RawString rest =
+      RawString::fromRange(line.encoding(), line, {name.start + kind->prefix.length(), name.end});
+  if (kind->makeEntry(targets, rest).Parse(lines)) return;
   JobToolMessage::ReportCommandError("UnbalancedSectionBlocks"_text,
-                                     RawString::concat("Section "_text, header),
+                                     RawString::concat("Section "_text, kind->prefix, rest),
                                      RawString::emptyStatic(), RawString::emptyStatic());
 }
 

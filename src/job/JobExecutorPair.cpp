@@ -2,9 +2,14 @@
 
 namespace JobLayer {
 
+namespace {
+constexpr int32_t NumberLength = 12; // the sign in front of the number, its own sign and digits
+}
+
 RawString JobExecutorPair::text() const {
   if (number == 0) return name;
-  RawString target = RawString::concat(name, "#"_text);
+  RawString target = RawString::withCapacity(name.length() + NumberLength);
+  target.append5(name, "#"_text);
   target.appendInt64(number);
   return target;
 }

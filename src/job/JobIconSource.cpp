@@ -1,5 +1,7 @@
 #include "job/JobIconSource.h"
 
+#include "raw/RawNumber.h"
+
 namespace JobLayer {
 
 namespace {
@@ -12,6 +14,14 @@ JobIconSource*& installedSource() {
 }
 
 } // namespace
+
+int32_t decimalIndexOf(const RawString& text) {
+  const bool isSigned = text.at(0) == '-' || text.at(0) == '+';
+  RawLayer::RawNumberParser parser;
+  if (!parser.parseInBase(text, {isSigned ? 1 : 0, text.length()}, 10)) return 0;
+  const auto value = static_cast<uint32_t>(parser.value);
+  return static_cast<int32_t>(text.at(0) == '-' ? 0 - value : value);
+}
 
 void JobIconSource::install(JobIconSource* source) {
   installedSource() = source;

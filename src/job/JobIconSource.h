@@ -6,6 +6,10 @@
 
 namespace JobLayer {
 
+// The icon index in a text: a whole decimal number with an optional sign; 0 for all else, also for
+// what the general parser would take, such as "0x10".
+int32_t decimalIndexOf(const RawString& text);
+
 class JobIconSource {
  public:
   virtual ~JobIconSource() = default;

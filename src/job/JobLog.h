@@ -34,8 +34,9 @@ class JobLogStorer : public RawLayer::RawThreadUnit {
   JobLogStorer() = default;
   ~JobLogStorer() override; // closes the file; whoever owns the storer has stopped it
 
-  // Opens the file of this moment and starts the thread. False when either fails, or when the
-  // thread runs already; a file that cannot be made leaves the storer not accepting.
+  // Opens the file of this moment and starts the thread, after the end of one that still runs.
+  // False when either fails: then nothing is accepted and the queue is empty. Lines queued before
+  // the first opening stand behind the file's head.
   bool open();
   void post(const RawString& line);        // a copy of the line; dropped while not accepting
   void writeDirect(const RawString& line); // around the queue: for heads of files
@@ -65,7 +66,7 @@ class JobLogStorer : public RawLayer::RawThreadUnit {
   RawLayer::RawEvent wakeUp_;
   uint32_t lastWait_ = 0;
   bool asleep_ = false;         // the thread found nothing and waits for the event, or is about to
-  RawLayer::RawLock queueLock_; // guards `accepting_`, `queue_` and `asleep_`
+  RawLayer::RawLock queueLock_; // guards `path_`, `accepting_`, `queue_` and `asleep_`
 };
 
 class JobLogServer : public JobLogStorer::Separater {

@@ -4,7 +4,6 @@
 #include "job/JobIconSource.h"
 #include "job/JobVariableExpander.h"
 #include "job/JobWindowContext.h"
-#include "raw/RawNumber.h"
 
 #include <memory>
 
@@ -21,7 +20,7 @@ void JobMenuUnit::readValues(const JobExecutorPair& caller) {
   if (iconFile.isEmpty()) return;
   const RawString file = expander.expandAndStore(iconFile);
   const RawString index = expander.expandAndStore(params.text("IconIndex"_text));
-  icon = JobIconSource::iconNumber(file, RawLayer::isNumber(index) ? RawLayer::toInt(index) : 0);
+  icon = JobIconSource::iconNumber(file, decimalIndexOf(index));
 }
 
 bool JobMenuPopupMenu::IsSameList(const JobParamList& list) const {

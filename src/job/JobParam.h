@@ -9,6 +9,7 @@
 #include "job/JobFacts.h"
 #include "raw/RawLineFile.h"
 #include "raw/RawList.h"
+#include "raw/RawRegion.h"
 
 namespace JobLayer {
 
@@ -21,6 +22,15 @@ class JobParamUnit {
   RawString key;
 
   explicit JobParamUnit(const RawString& name) : key(name) {}
+  explicit JobParamUnit(RawString&& name) : key(std::move(name)) {}
+  static void* operator new(std::size_t size) { return RawLayer::RawRegion::takeAlone(size); }
+  static void* operator new(std::size_t size, RawLayer::RawRegion& region) {
+    return region.take(size);
+  }
+  static void operator delete(void* memory) { RawLayer::RawRegion::give(memory); }
+  static void operator delete(void* memory, RawLayer::RawRegion&) {
+    RawLayer::RawRegion::give(memory);
+  }
   // Slot order: destructor, type, clone, write, substitute, summarize.
   virtual ~JobParamUnit() = default;
   [[nodiscard]] virtual int32_t type() const { return TypeNone; }
@@ -42,6 +52,9 @@ class JobParamList : public RawLayer::RawListR<JobParamListAllocator, JobParamUn
   // Blocks may stand in each other to this depth; a deeper one counts as unbalanced. Whatever walks
   // a tree may therefore call itself for each level.
   static constexpr int32_t MaxNesting = 500;
+
+  JobParamList() = default;
+  explicit JobParamList(RawLayer::RawRegion& region) : RawListR(region) {}
 
   // Replaces the contents by the lines' entries. False on unbalanced blocks: what was added before
   // the fault stays.
@@ -72,6 +85,8 @@ class JobParamText : public JobParamUnit {
   RawString value; // as it stood behind the "=", unexpanded
 
   JobParamText(const RawString& name, const RawString& text) : JobParamUnit(name), value(text) {}
+  JobParamText(RawString&& name, RawString&& text)
+      : JobParamUnit(std::move(name)), value(std::move(text)) {}
   [[nodiscard]] int32_t type() const override { return TypeText; }
   [[nodiscard]] JobParamUnit* clone() const override;
   void write(RawLayer::RawLineFile& file, int32_t indent) const override;
@@ -86,6 +101,8 @@ class JobParamCommand : public JobParamUnit {
   explicit JobParamCommand(const RawString& name) : JobParamUnit(name) {}
   JobParamCommand(const RawString& name, const JobParamList& list)
       : JobParamUnit(name), params(list) {}
+  JobParamCommand(RawString&& name, RawLayer::RawRegion& region)
+      : JobParamUnit(std::move(name)), params(region) {}
   [[nodiscard]] int32_t type() const override { return TypeCommand; }
   [[nodiscard]] JobParamUnit* clone() const override; // shares the inner list
   void write(RawLayer::RawLineFile& file, int32_t indent) const override;

@@ -9,6 +9,20 @@
 
 namespace JobLayer {
 
+// The range without the blanks and tabs at its ends, as trimRange gives it; this is asked twice for
+// each line of a file.
+inline RawRange withoutBlanks(const RawString& text, RawRange range) {
+  if (text.encoding() == RawLayer::EncodingWide)
+    return text.trimRange(range, RawString::whiteSpace());
+  const char* bytes = text.text();
+  const auto isBlank = [bytes](int32_t position) {
+    return bytes[position] == ' ' || bytes[position] == '\t';
+  };
+  while (range.start < range.end && isBlank(range.start)) ++range.start;
+  while (range.start < range.end && isBlank(range.end - 1)) --range.end;
+  return range;
+}
+
 class JobParamLines {
  public:
   JobParamLines() = default;
@@ -20,17 +34,18 @@ class JobParamLines {
   [[nodiscard]] const RawString& text() const { return *text_; }
   // The line without the blanks and tabs at its ends.
   [[nodiscard]] RawRange range() const { return range_; }
-  // A part of the present line as a key, without blanks and tabs at its ends. Sections repeat a few
-  // words hundreds of times: equal keys share one body.
-  RawString key(RawRange part);
+  // A part of the present line in the region.
+  RawString value(RawRange part) { return RawString::fromRegion(region_, *text_, part); }
+  RawString key(RawRange part) { return value(withoutBlanks(*text_, part)); }
+  // Where the tree that is made from the lines lies, in one piece of memory after the other.
+  RawLayer::RawRegion& region() { return region_; }
 
  protected:
   const RawString* text_ = &RawString::emptyStatic();
   RawRange range_;
 
  private:
-  static constexpr int32_t KeySlots = 64;
-  RawString keys_[KeySlots];
+  RawLayer::RawRegion region_;
 };
 
 } // namespace JobLayer

@@ -117,25 +117,6 @@ TEST(JobParamParser, ALeadByteSwallowsTheEqualsSignBehindIt) {
   EXPECT_EQ(list.text("c\xC3="_text), "d"_text);
 }
 
-TEST(JobParamParser, EqualKeysShareOneBody) {
-  JobParamList list;
-  ASSERT_TRUE(list.Parse(JobTestLines("Title=a\nTitle =b\nShell {\nTitle=c\n}").list));
-  const RawString& first = JobParamList::element(list.first())->key;
-  const RawString& second = JobParamList::element(list.nodeAt(1))->key;
-  EXPECT_EQ(first.text(), second.text());
-}
-
-TEST(JobParamParser, DifferentKeysStayDifferent) {
-  std::string text;
-  std::string tree;
-  for (int i = 0; i < 500; ++i) {
-    const std::string key = "k" + std::to_string(i * 7919 % 500);
-    text += key + "=" + std::to_string(i) + "\n";
-    tree += "(" + key + "=" + std::to_string(i) + ")";
-  }
-  EXPECT_EQ(treeOf(text), tree);
-}
-
 TEST(JobParamParser, BlocksNestToTheLimitAndNoDeeper) {
   EXPECT_TRUE(parse(nested(JobParamList::MaxNesting)).balanced);
   const Parsed deeper = parse("x=1\n" + nested(JobParamList::MaxNesting + 1));

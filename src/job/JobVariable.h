@@ -10,6 +10,8 @@
 #include "raw/RawList.h"
 #include "raw/RawLock.h"
 
+#include <vector>
+
 namespace JobLayer {
 
 class JobVariableArgument;
@@ -51,6 +53,8 @@ class JobVariableListAllocator : public RawLayer::RawListAllocator<JobVariableUn
   void destroy(JobVariableUnit* element) override { delete element; }
 };
 
+// Entries are appended and erased; their names stay as they are. A lookup costs the same however
+// many there are.
 class JobVariableList : public RawLayer::RawListR<JobVariableListAllocator, JobVariableUnit> {
  public:
   int32_t lastState = VariableSuccess; // of the last expansion, stored by whoever expands
@@ -59,9 +63,19 @@ class JobVariableList : public RawLayer::RawListR<JobVariableListAllocator, JobV
   [[nodiscard]] JobVariableUnit* find(const RawString& name);
   void set(const RawString& name, const RawString& value);
   [[nodiscard]] RawString valueOf(const RawString& name); // empty when missing
+  // What the variable answers; VariableUnknown and nothing when there is none. The lock is held
+  // while a user's value is copied, and not while a built-in runs.
+  JobVariableResult evaluate(const RawString& name, JobVariableArgument& argument);
   // All variables, built-ins included, around a run.
   void saveAll();
   void restoreAll();
+  void destroy(JobVariableUnit* element) override;
+
+ private:
+  JobVariableUnit* findLocked(const RawString& name); // the caller holds the lock
+  void makeIndex();
+  std::vector<JobVariableUnit*> index_; // by the hash of the name; null where none is
+  int32_t indexed_ = 0;                 // entries in the list when the index was made
 };
 
 class JobVariableStore : public JobVariableList {

@@ -5,9 +5,58 @@
 
 namespace JobLayer {
 
+static constexpr int32_t OpeningLength = 2; // of "$("
+
+bool JobVariableArgument::split(int32_t position) {
+  return source.encoding() == RawLayer::EncodingWide ? splitUnits(source.wide(), position)
+                                                     : splitUnits(source.text(), position);
+}
+
+template <class Unit>
+bool JobVariableArgument::splitUnits(const Unit* units, int32_t position) {
+  const int32_t length = source.length();
+  int32_t depth = 0;
+  Token token{{position + OpeningLength, 0}};
+  for (int32_t i = token.range.start; i < length; ++i) {
+    const Unit unit = units[i];
+    if (unit > ':') continue; // as most units are: no mark lies above it
+    if (unit == '$' && i + 1 < length && units[i + 1] == '(') {
+      ++depth;
+      token.holdsCall = true;
+    } else if (unit == ')' && depth > 0) {
+      --depth;
+    } else if ((unit == ':' || unit == ')') && depth == 0) {
+      token.range.end = i;
+      addToken(token);
+      token = {{i + 1, 0}};
+      if (unit == ':') continue;
+      range = {position, i + 1};
+      return true;
+    }
+  }
+  return false;
+}
+
+void JobVariableArgument::addToken(const Token& token) {
+  if (tokenCount_ < FewTokens)
+    few_[tokenCount_] = token;
+  else
+    more_.push_back(token);
+  ++tokenCount_;
+}
+
+JobVariableArgument::Token JobVariableArgument::tokenAt(int32_t index) const {
+  return index < FewTokens ? few_[index] : more_[static_cast<std::size_t>(index - FewTokens)];
+}
+
 RawString JobVariableArgument::get(int32_t index, int32_t flags) {
-  const RawString* const token = RawLayer::RawStringList::element(tokens.nodeAt(index));
-  if (token != nullptr) return (flags & Unexpanded) != 0 ? *token : expander->expand(*token).text;
+  if (index >= 0 && index < tokenCount_) {
+    const Token token = tokenAt(index);
+    RawString text = RawString::fromRange(source.encoding(), source, token.range);
+    // A text without a call expands to itself.
+    if (!token.holdsCall || (flags & Unexpanded) != 0) return text;
+    return expander->expand(text).text;
+  }
   if ((flags & Optional) == 0) {
     reportError("TooFewVariableArguments"_text, callText());
     failure = VariableInvalid;
@@ -42,8 +91,8 @@ RawString JobVariableArgument::callText() const {
 
 RawString JobVariableArgument::ask(const RawString& variable) {
   JobVariableArgument call(*expander, RawString::concat("$("_text, variable, ")"_text));
-  call.range = call.source.all();
-  call.tokens.add(variable);
+  call.split(0);
+  call.name = variable;
   return expander->evaluate(variable, call).text;
 }
 

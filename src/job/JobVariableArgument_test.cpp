@@ -14,8 +14,8 @@ class MarkingExpander : public JobVariableArgument::Expander {
     return {VariableInvalid, RawString::concat("<"_text, text, ">"_text)};
   }
   JobVariableResult evaluate(const RawString& name, JobVariableArgument& argument) override {
-    asked = {bytesOf(name), bytesOf(argument.callText()), std::to_string(argument.argumentCount()),
-             bytesOf(argument.get(0, 1))};
+    asked = {bytesOf(name), bytesOf(argument.name), bytesOf(argument.callText()),
+             std::to_string(argument.argumentCount())};
     return {VariableSuccess, "answer"_text};
   }
   bool isDefined(const RawString&) override { return false; }
@@ -23,83 +23,109 @@ class MarkingExpander : public JobVariableArgument::Expander {
   Texts asked;
 };
 
-// Gives texts as they stand.
-class PlainExpander : public MarkingExpander {
- public:
-  JobVariableResult expand(const RawString& text) override { return {VariableSuccess, text}; }
-};
-
+// A call in the middle of a text, ready to be read.
 struct Call {
   JobTestBed bed;
-  PlainExpander expander;
-  JobVariableArgument argument{expander, "text $(Name:...) text"_text};
+  MarkingExpander expander;
+  JobVariableArgument argument;
 
-  explicit Call(const Texts& arguments) {
-    argument.range = {5, 16};
-    argument.name = "Name"_text;
-    argument.tokens.add("Name"_text);
-    for (const std::string& each : arguments) argument.tokens.add(raw(each));
+  explicit Call(const std::string& call) : argument(expander, raw("text " + call + " text")) {
+    EXPECT_TRUE(argument.split(5));
+    argument.name = argument.get(0);
   }
 };
 
+Texts tokensOf(JobVariableArgument& argument) {
+  Texts tokens;
+  for (int32_t i = 0; i < argument.tokenCount(); ++i)
+    tokens.push_back(bytesOf(argument.get(i, JobVariableArgument::Unexpanded)));
+  return tokens;
+}
+
 } // namespace
 
-TEST(JobVariableArgument, GivesItsTextsExpanded) {
+TEST(JobVariableArgument, SplitsACallIntoNameAndArguments) {
+  Call call("$(Name:a:b c:)");
+  EXPECT_EQ(tokensOf(call.argument), (Texts{"Name", "a", "b c", ""}));
+  EXPECT_EQ(call.argument.argumentCount(), 3);
+  EXPECT_EQ(call.argument.range, (RawRange{5, 19}));
+  EXPECT_EQ(call.argument.callText(), "$(Name:a:b c:)"_text);
+}
+
+TEST(JobVariableArgument, InnerCallsKeepTheirMarks) {
+  Call call("$($(a:b)c:$(d:$(e:f):g):$(h)) i)");
+  EXPECT_EQ(tokensOf(call.argument), (Texts{"$(a:b)c", "$(d:$(e:f):g)", "$(h)"}));
+  EXPECT_EQ(call.argument.callText(), "$($(a:b)c:$(d:$(e:f):g):$(h))"_text);
+}
+
+TEST(JobVariableArgument, ManyArgumentsAreAllThere) {
+  std::string text = "$(Name";
+  Texts expected{"Name"};
+  for (int i = 0; i < 50; ++i) {
+    expected.push_back(std::to_string(i));
+    text += ":" + expected.back();
+  }
+  Call call(text + ")");
+  EXPECT_EQ(tokensOf(call.argument), expected);
+}
+
+TEST(JobVariableArgument, ACallWithoutEndHasTheTokensInFrontOfIt) {
   MarkingExpander expander;
-  JobVariableArgument argument(expander, "$(Name:a)"_text);
-  argument.tokens.add("Name"_text);
-  argument.tokens.add("a"_text);
-  EXPECT_EQ(argument.argumentCount(), 1);
-  EXPECT_TRUE(expander.expanded.empty());
-  EXPECT_EQ(argument.get(1), "<a>"_text);
-  EXPECT_EQ(argument.get(0), "<Name>"_text);
-  EXPECT_EQ(expander.expanded, (Texts{"a", "Name"}));
+  JobVariableArgument one(expander, "$(a:b:c"_text);
+  EXPECT_FALSE(one.split(0));
+  EXPECT_EQ(tokensOf(one), (Texts{"a", "b"}));
+  JobVariableArgument none(expander, "$(a"_text);
+  EXPECT_FALSE(none.split(0));
+  EXPECT_EQ(none.tokenCount(), 0);
+}
+
+TEST(JobVariableArgument, GivesItsTextsExpanded) {
+  Call call("$($(n):$(a):b$(c)d:$)");
+  EXPECT_EQ(call.argument.name, "<$(n)>"_text);
+  EXPECT_EQ(call.argument.get(1), "<$(a)>"_text);
+  EXPECT_EQ(call.argument.get(2), "<b$(c)d>"_text);
+  EXPECT_EQ(call.argument.get(3), "$"_text) << "there is nothing to expand";
+  EXPECT_EQ(call.expander.expanded, (Texts{"$(n)", "$(a)", "b$(c)d"}));
 }
 
 TEST(JobVariableArgument, ExpandsAnewAtEachReading) {
-  MarkingExpander expander;
-  JobVariableArgument argument(expander, "$(a)"_text);
-  argument.tokens.add("a"_text);
-  argument.get(0);
-  argument.get(0);
-  EXPECT_EQ(expander.expanded.size(), 2U);
+  Call call("$(Name:$(a))");
+  EXPECT_TRUE(call.expander.expanded.empty());
+  call.argument.get(1);
+  call.argument.get(1);
+  EXPECT_EQ(call.expander.expanded.size(), 2U);
 }
 
 TEST(JobVariableArgument, GivesATextAsWrittenWhenAsked) {
-  MarkingExpander expander;
-  JobVariableArgument argument(expander, "$(a:$(b))"_text);
-  argument.tokens.add("a"_text);
-  argument.tokens.add("$(b)"_text);
-  EXPECT_EQ(argument.get(1, JobVariableArgument::Unexpanded), "$(b)"_text);
-  EXPECT_TRUE(expander.expanded.empty());
+  Call call("$(Name:$(b))");
+  EXPECT_EQ(call.argument.get(1, JobVariableArgument::Unexpanded), "$(b)"_text);
+  EXPECT_TRUE(call.expander.expanded.empty());
 }
 
 TEST(JobVariableArgument, DoesNotLookAtTheStateOfAnInnerExpansion) {
-  MarkingExpander expander;
-  JobVariableArgument argument(expander, "$(a)"_text);
-  argument.tokens.add("a"_text);
-  argument.get(0);
-  EXPECT_EQ(argument.failure, 0);
+  Call call("$(Name:$(b))");
+  call.argument.get(1);
+  EXPECT_EQ(call.argument.failure, 0);
 }
 
 TEST(JobVariableArgument, AMissingOneIsReportedWithTheCall) {
-  Call call({"a"});
+  Call call("$(Name:a)");
   EXPECT_TRUE(call.argument.get(2).isEmpty());
   EXPECT_EQ(call.argument.failure, 2);
   EXPECT_EQ(call.bed.dialogs.reports, (Texts{"Too few variable arguments !\r\n"
                                              "  [variable] Name\r\n"
-                                             "  [value] $(Name:...)"}));
+                                             "  [value] $(Name:a)"}));
 }
 
 TEST(JobVariableArgument, AMissingOptionalOneIsEmpty) {
-  Call call({"a"});
+  Call call("$(Name:a)");
   EXPECT_TRUE(call.argument.get(2, JobVariableArgument::Optional).isEmpty());
   EXPECT_EQ(call.argument.failure, 0);
   EXPECT_TRUE(call.bed.dialogs.reports.empty());
 }
 
 TEST(JobVariableArgument, ANumberIsDecimalDigitsWithASign) {
-  Call call({"0", "12", "-12", "+12", "007", "-0", "9223372036854775807", "-9223372036854775808"});
+  Call call("$(Name:0:12:-12:+12:007:-0:9223372036854775807:-9223372036854775808)");
   EXPECT_EQ(call.argument.getNumber(1), 0);
   EXPECT_EQ(call.argument.getNumber(2), 12);
   EXPECT_EQ(call.argument.getNumber(3), -12);
@@ -112,7 +138,7 @@ TEST(JobVariableArgument, ANumberIsDecimalDigitsWithASign) {
 }
 
 TEST(JobVariableArgument, ANumberBeyond64BitsWrapsAround) {
-  Call call({"9223372036854775808", "18446744073709551616", "18446744073709551615"});
+  Call call("$(Name:9223372036854775808:18446744073709551616:18446744073709551615)");
   EXPECT_EQ(call.argument.getNumber(1), INT64_MIN);
   EXPECT_EQ(call.argument.getNumber(2), 0);
   EXPECT_EQ(call.argument.getNumber(3), -1);
@@ -122,43 +148,43 @@ TEST(JobVariableArgument, ANumberBeyond64BitsWrapsAround) {
 TEST(JobVariableArgument, NothingElseIsANumber) {
   for (const char* text : {"", "0x10", "0b1", "12a", "a", "-", "+", "--1", "+-1", "- 1", " 1", "1 ",
                            "1.0", "1e3", "\xEF\xBC\x91"}) {
-    Call call({text});
+    Call call(std::string("$(Name:") + text + ")");
     EXPECT_EQ(call.argument.getNumber(1), 0) << text;
     EXPECT_EQ(call.argument.failure, 2) << text;
     const std::string value = *text == 0 ? "" : std::string("\r\n  [value] ") + text;
     EXPECT_EQ(call.bed.dialogs.reports, (Texts{"Incorrect number format !\r\n  [variable] Name" +
-                                               value + "\r\n  [script] $(Name:...)"}));
+                                               value + "\r\n  [script] $(Name:" + text + ")"}));
   }
 }
 
 TEST(JobVariableArgument, ANegativeNumberCanBeAFault) {
-  Call call({"-1"});
+  Call call("$(Name:-1)");
   EXPECT_EQ(call.argument.getNumber(1, JobVariableArgument::NotNegative), 0);
   EXPECT_EQ(call.argument.failure, 2);
   EXPECT_EQ(call.bed.dialogs.reports, (Texts{"Number is out of range !\r\n"
                                              "  [variable] Name\r\n"
                                              "  [value] -1\r\n"
-                                             "  [script] $(Name:...)"}));
+                                             "  [script] $(Name:-1)"}));
 }
 
 TEST(JobVariableArgument, AMissingNumberIsOneReportOnly) {
-  Call call({});
+  Call call("$(Name)");
   EXPECT_EQ(call.argument.getNumber(1), 0);
   EXPECT_EQ(call.argument.failure, 2);
   EXPECT_EQ(call.bed.dialogs.reports.size(), 1U);
 }
 
 TEST(JobVariableArgument, AMissingOptionalNumberIsNoNumber) {
-  Call call({});
+  Call call("$(Name)");
   EXPECT_EQ(call.argument.getNumber(1, JobVariableArgument::Optional), 0);
   EXPECT_EQ(call.argument.failure, 2);
   EXPECT_EQ(call.bed.dialogs.reports, (Texts{"Incorrect number format !\r\n"
                                              "  [variable] Name\r\n"
-                                             "  [script] $(Name:...)"}));
+                                             "  [script] $(Name)"}));
 }
 
 TEST(JobVariableArgument, ANumberBehindAFaultIsNotJudged) {
-  Call call({"x", "y", "5"});
+  Call call("$(Name:x:y:5)");
   call.argument.getNumber(1);
   EXPECT_EQ(call.argument.getNumber(2), 0);
   EXPECT_EQ(call.argument.getNumber(3), 0);
@@ -169,11 +195,11 @@ TEST(JobVariableArgument, AsksForAVariableAsACallOfItsOwn) {
   MarkingExpander expander;
   JobVariableArgument argument(expander, "$(File:x)"_text);
   EXPECT_EQ(argument.ask("Missing"_text), "answer"_text);
-  EXPECT_EQ(expander.asked, (Texts{"Missing", "$(Missing)", "0", "Missing"}));
+  EXPECT_EQ(expander.asked, (Texts{"Missing", "Missing", "$(Missing)", "0"}));
 }
 
 TEST(JobVariableArgument, AnswersAFaultWithItsStateAndNothing) {
-  Call call({});
+  Call call("$(Name)");
   call.argument.get(1);
   EXPECT_EQ(call.argument.fault().state, VariableInvalid);
   EXPECT_TRUE(call.argument.fault().text.isEmpty());

@@ -11,56 +11,23 @@
 #include "job/JobExecutionRecord.h"
 #include "job/JobToolMessage.h"
 
-namespace JobLayer {
+#include <optional>
 
-static constexpr int32_t OpeningLength = 2; // of "$("
+namespace JobLayer {
 
 static int32_t findOpening(const RawString& text, int32_t from) {
   const RawString& opening = "$("_text;
   return text.find({from, text.length()}, opening, opening.all());
 }
 
-static void addToken(JobVariableArgument& argument, RawRange range) {
-  const RawString& source = argument.source;
-  argument.tokens.append(new RawString(RawString::fromRange(source.encoding(), source, range)));
-}
-
-// Fills the tokens and the range of the call that opens at `position`; false when it has no end.
-template <class Unit>
-static bool splitUnits(JobVariableArgument& argument, const Unit* units, int32_t position) {
-  const int32_t length = argument.source.length();
-  int32_t depth = 0;
-  int32_t tokenStart = position + OpeningLength;
-  for (int32_t i = tokenStart; i < length; ++i) {
-    const Unit unit = units[i];
-    if (unit == '$' && i + 1 < length && units[i + 1] == '(') {
-      ++depth;
-    } else if (unit == ')' && depth > 0) {
-      --depth;
-    } else if ((unit == ':' || unit == ')') && depth == 0) {
-      addToken(argument, {tokenStart, i});
-      tokenStart = i + 1;
-      argument.range = {position, tokenStart};
-      if (unit == ')') return true;
-    }
-  }
-  return false;
-}
-
-static bool splitCall(JobVariableArgument& argument, int32_t position) {
-  const RawString& source = argument.source;
-  return source.encoding() == RawLayer::EncodingWide
-             ? splitUnits(argument, source.wide(), position)
-             : splitUnits(argument, source.text(), position);
-}
-
-static int32_t reportUnbalanced(const JobVariableArgument& argument, int32_t position) {
+// Shows the first token as the variable, or all behind the "$(" when no token ends.
+static int32_t reportUnbalanced(JobVariableArgument& argument, int32_t position) {
   const RawString& text = argument.source;
-  const RawString* const token = RawLayer::RawStringList::element(argument.tokens.first());
-  const RawRange behind{position + OpeningLength, text.length()};
+  const RawRange behind{position + 2, text.length()};
   JobToolMessage::ReportVariableError(
       "UnbalancedVariableBlock"_text,
-      token != nullptr ? *token : RawString::fromRange(text.encoding(), text, behind),
+      argument.tokenCount() > 0 ? argument.get(0, JobVariableArgument::Unexpanded)
+                                : RawString::fromRange(text.encoding(), text, behind),
       RawString::fromRange(text.encoding(), text, {position, text.length()}),
       RawString::emptyStatic());
   return VariableInvalid;
@@ -73,6 +40,12 @@ static int32_t nextVariableNumber() {
   return static_cast<int32_t>(++number);
 }
 
+JobVariableExpander::JobVariableExpander(const JobExecutorPair& caller, JobVariableList& table)
+    : table_(&table), caller_(caller), isLogged_(JobExecutionRecord::logsRuns()) {}
+
+JobVariableExpander::JobVariableExpander(JobVariableExpander& outer)
+    : table_(outer.table_), isLogged_(outer.isLogged_), outer_(&outer), depth_(outer.depth_ + 1) {}
+
 JobVariableResult JobVariableExpander::expand(const RawString& source) {
   if (outer_ == nullptr) exhausted_ = false;
   if (exhausted_) return {VariableOverflow, RawString()};
@@ -81,7 +54,7 @@ JobVariableResult JobVariableExpander::expand(const RawString& source) {
   for (int32_t replacements = 1; position < text.length(); ++replacements) {
     const int32_t state = expandCall(text, position);
     if (state == VariableOverflow) return {VariableOverflow, RawString()};
-    if (state != VariableExpanded) return {state, text};
+    if (state != VariableExpanded) return {state, std::move(text)};
     if (replacements > ReplacementLimit) {
       JobToolMessage::ReportVariableError("TooManyVariableExpansions"_text,
                                           RawString::emptyStatic(), text, RawString::emptyStatic());
@@ -89,60 +62,63 @@ JobVariableResult JobVariableExpander::expand(const RawString& source) {
     }
     position = findOpening(text, text.at(position - 1) == u'$' ? 0 : position);
   }
-  return {VariableSuccess, text};
+  return {VariableSuccess, std::move(text)};
 }
 
-// Replaces the call at `position`, or gives the state that ends the expansion.
+// A text that is one call and no more, as most arguments are, becomes the value itself.
+static void paste(RawString& text, RawRange range, RawString& value) {
+  if (range.size() == text.length() && value.encoding() == text.encoding())
+    text = std::move(value);
+  else
+    text.replaceRange(range, value, value.all());
+}
+
+// Replaces the call at `position`, or gives the state that ends the expansion. Meanwhile the call
+// has the text for its own, so that it is changed in place afterwards.
 int32_t JobVariableExpander::expandCall(RawString& text, int32_t position) {
-  RawRange range;
+  JobVariableArgument argument(*this, std::move(text));
   RawString value;
-  {
-    JobVariableArgument argument(*this, text);
-    if (!splitCall(argument, position)) return reportUnbalanced(argument, position);
-    const RawString name = argument.get(0);
-    if (exhausted_) return VariableOverflow;
-    if (argument.failure != 0) return argument.failure;
-    if (name.isEmpty()) {
-      argument.reportError("VariableNameIsMissing"_text, argument.callText());
-      return VariableInvalid;
-    }
-    value = evaluate(name, argument).text;
-    if (exhausted_) return VariableOverflow;
-    if (argument.failure != 0) return argument.failure;
-    range = argument.range;
-  } // gives its share of the text back, which is then changed in place
-  text.replaceRange(range, value, value.all());
-  return VariableExpanded;
+  const int32_t state = evaluateCall(argument, position, value);
+  text = std::move(argument.source);
+  if (state == VariableExpanded) paste(text, argument.range, value);
+  return state;
+}
+
+int32_t JobVariableExpander::evaluateCall(JobVariableArgument& argument, int32_t position,
+                                          RawString& value) {
+  if (!argument.split(position)) return reportUnbalanced(argument, position);
+  argument.name = argument.get(0);
+  if (exhausted_) return VariableOverflow;
+  if (argument.failure != 0) return argument.failure;
+  if (argument.name.isEmpty()) {
+    argument.reportError("VariableNameIsMissing"_text, argument.callText());
+    return VariableInvalid;
+  }
+  value = evaluate(argument.name, argument).text;
+  if (exhausted_) return VariableOverflow;
+  return argument.failure != 0 ? argument.failure : int32_t{VariableExpanded};
 }
 
 JobVariableResult JobVariableExpander::evaluate(const RawString& name,
                                                 JobVariableArgument& argument) {
   if (depth_ == NestingLimit) return refuseNesting(argument);
-  const JobExecutorPair self = JobExecutorPair::variable(nextVariableNumber());
-  const bool isLogged = JobExecutionRecord::logsRuns();
-  JobExecutionRecord record(caller_, self, isLogged ? argument.callText() : RawString());
-  JobVariableExpander inner(self, *this);
-  JobVariableArgument own(argument);
-  own.expander = &inner;
-  own.name = name;
-  JobVariableResult result = answer(name, own);
-  if (isLogged)
-    record.setResult(
+  const int32_t number = nextVariableNumber();
+  JobVariableExpander inner(*this);
+  std::optional<JobExecutionRecord> record;
+  if (isLogged_) {
+    inner.caller_ = JobExecutorPair::variable(number);
+    record.emplace(caller_, inner.caller_, argument.callText());
+  }
+  // As good as a copy of the argument for the function's own: a fault in it goes no further.
+  Expander* const expander = std::exchange(argument.expander, &inner);
+  const int32_t failure = argument.failure;
+  JobVariableResult result = table_->evaluate(name, argument);
+  argument.expander = expander;
+  argument.failure = failure;
+  if (record)
+    record->setResult(
         RawString::concat(variableStateWord(result.state), " ("_text, result.text, ")"_text));
   return result;
-}
-
-// A user's value is copied under the lock; a function runs without it.
-JobVariableResult JobVariableExpander::answer(const RawString& name,
-                                              JobVariableArgument& argument) {
-  JobVariableUnit* unit = nullptr;
-  {
-    const RawLayer::RawLockScope scope(table_->lock);
-    unit = table_->find(name);
-    if (unit == nullptr) return {VariableUnknown, RawString()};
-    if ((unit->flags & JobVariableUnit::UserVariable) != 0) return unit->evaluate(argument);
-  }
-  return unit->evaluate(argument);
 }
 
 JobVariableResult JobVariableExpander::refuseNesting(const JobVariableArgument& argument) {

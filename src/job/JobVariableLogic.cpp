@@ -2,6 +2,7 @@
 
 #include "job/JobVariableExpander.h"
 #include "job/JobVariableFunctions.h"
+#include "raw/RawStringList.h"
 
 namespace JobLayer {
 

@@ -19,8 +19,10 @@ uint32_t rawCodePageOf(int32_t encoding);
 
 // `size` bytes of `codePage` to 16-bit units, flags 0: bytes that are no character become what the
 // platform makes of them. `room` counts units; with 0 only the needed count is asked for.
-RawConversion rawToWide(uint32_t codePage, const char* bytes, int32_t size, char16_t* target, int32_t room);
+RawConversion rawToWide(uint32_t codePage, const char* bytes, int32_t size, char16_t* target,
+                        int32_t room);
 // `count` 16-bit units to bytes of `codePage`, flags 0, no default character. `room` counts bytes.
-RawConversion rawFromWide(uint32_t codePage, const char16_t* units, int32_t count, char* target, int32_t room);
+RawConversion rawFromWide(uint32_t codePage, const char16_t* units, int32_t count, char* target,
+                          int32_t room);
 
 } // namespace RawLayer

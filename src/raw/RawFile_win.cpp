@@ -1,24 +1,15 @@
 #include "raw/RawFile.h"
 
-#include "raw/RawPlatformText.h"
+#include "raw/RawWinText.h"
 
 #include <windows.h>
 
 namespace RawLayer {
 
-namespace {
-
 static_assert(RawAccessRead == GENERIC_READ && RawAccessWrite == GENERIC_WRITE);
 static_assert(RawShareReadWrite == (FILE_SHARE_READ | FILE_SHARE_WRITE));
 static_assert(RawCreateAlways == CREATE_ALWAYS && RawOpenExisting == OPEN_EXISTING);
 static_assert(RawNoAttributes == INVALID_FILE_ATTRIBUTES);
-static_assert(sizeof(wchar_t) == sizeof(char16_t));
-
-const wchar_t* wide(const RawPlatformText& text) {
-  return reinterpret_cast<const wchar_t*>(text.wide());
-}
-
-} // namespace
 
 RawFileCloser::Handle RawFileCloser::none() {
   return INVALID_HANDLE_VALUE;
@@ -33,7 +24,7 @@ RawFileOwner openFile(const RawString& path, uint32_t access, uint32_t share, ui
   const RawPlatformText file(path);
   return RawFileOwner(
       file.isWide()
-          ? CreateFileW(wide(file), access, share, nullptr, disposition, flags, nullptr)
+          ? CreateFileW(wideOf(file), access, share, nullptr, disposition, flags, nullptr)
           : CreateFileA(file.narrow(), access, share, nullptr, disposition, flags, nullptr));
 }
 
@@ -62,12 +53,12 @@ bool flushFile(const RawFileOwner& file) {
 
 uint32_t fileAttributes(const RawString& path) {
   const RawPlatformText file(path);
-  return file.isWide() ? GetFileAttributesW(wide(file)) : GetFileAttributesA(file.narrow());
+  return file.isWide() ? GetFileAttributesW(wideOf(file)) : GetFileAttributesA(file.narrow());
 }
 
 bool deleteFile(const RawString& path) {
   const RawPlatformText file(path);
-  return (file.isWide() ? DeleteFileW(wide(file)) : DeleteFileA(file.narrow())) != 0;
+  return (file.isWide() ? DeleteFileW(wideOf(file)) : DeleteFileA(file.narrow())) != 0;
 }
 
 bool moveFile(const RawString& from, const RawString& to) {
@@ -76,7 +67,7 @@ bool moveFile(const RawString& from, const RawString& to) {
   const RawPlatformText source(from, both);
   const RawPlatformText target(to, both);
   return (source.isWide()
-              ? MoveFileExW(wide(source), wide(target), MOVEFILE_WRITE_THROUGH)
+              ? MoveFileExW(wideOf(source), wideOf(target), MOVEFILE_WRITE_THROUGH)
               : MoveFileExA(source.narrow(), target.narrow(), MOVEFILE_WRITE_THROUGH)) != 0;
 }
 
@@ -87,15 +78,15 @@ bool replaceFile(const RawString& path, const RawString& replacement, const RawS
   const RawPlatformText source(replacement, all);
   const RawPlatformText kept(backup, all);
   if (target.isWide())
-    return ReplaceFileW(wide(target), wide(source), backup.isEmpty() ? nullptr : wide(kept), 0,
-                        nullptr, nullptr) != 0;
+    return ReplaceFileW(wideOf(target), wideOf(source), backup.isEmpty() ? nullptr : wideOf(kept),
+                        0, nullptr, nullptr) != 0;
   return ReplaceFileA(target.narrow(), source.narrow(), backup.isEmpty() ? nullptr : kept.narrow(),
                       0, nullptr, nullptr) != 0;
 }
 
 bool createFolder(const RawString& path) {
   const RawPlatformText folder(path);
-  return (folder.isWide() ? CreateDirectoryW(wide(folder), nullptr)
+  return (folder.isWide() ? CreateDirectoryW(wideOf(folder), nullptr)
                           : CreateDirectoryA(folder.narrow(), nullptr)) != 0;
 }
 

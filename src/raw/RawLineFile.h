@@ -15,7 +15,7 @@
 
 #include "raw/RawBlockReader.h"
 #include "raw/RawFile.h"
-#include "raw/RawList.h"
+#include "raw/RawRangedText.h"
 #include "raw/RawString.h"
 
 namespace RawLayer {
@@ -144,17 +144,5 @@ class RawLineFile final : public RawLineFileInfo {
   RawBlockReader reader_;
   int32_t bufferSize_;
 };
-
-// A line kept from a file: its text, the part of it that counts, and its number from 0.
-struct RawRangedTextUnit {
-  RawString text;
-  RawRange range;
-  int32_t lineNumber = 0;
-};
-class RawRangedTextListAllocator : public RawListAllocator<RawRangedTextUnit> {
- public:
-  void destroy(RawRangedTextUnit* element) override { delete element; }
-};
-class RawRangedTextList : public RawListR<RawRangedTextListAllocator, RawRangedTextUnit> {};
 
 } // namespace RawLayer

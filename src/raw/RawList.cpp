@@ -1,10 +1,50 @@
 #include "raw/RawList.h"
 
+#include "raw/RawRegion.h"
+
+#include <new>
+
 namespace RawLayer {
+
+namespace {
+
+RawListData* ringIn(RawRegion& region) {
+  auto* data = new (region.take(sizeof(RawListData))) RawListData;
+  data->hasPieces = true;
+  return data;
+}
+
+void destroyRing(RawListData* data) {
+  if (!data->hasPieces) {
+    delete data;
+    return;
+  }
+  data->~RawListData();
+  RawRegion::give(data);
+}
+
+RawListNode* makeNode(const RawListData* data, RawRegion* region) {
+  if (!data->hasPieces) return new RawListNode;
+  void* memory = region != nullptr ? region->take(sizeof(RawListNode))
+                                   : RawRegion::takeAlone(sizeof(RawListNode));
+  return new (memory) RawListNode;
+}
+
+void destroyNode(const RawListData* data, RawListNode* node) {
+  if (data->hasPieces)
+    RawRegion::give(node);
+  else
+    delete node;
+}
+
+} // namespace
 
 RawListData::RawListData() : sentinel{&sentinel, &sentinel, &sentinel} {}
 
 RawListBody::RawListBody(Allocator* allocator) : data_(new RawListData), allocator_(allocator) {}
+
+RawListBody::RawListBody(Allocator* allocator, RawRegion& region)
+    : data_(ringIn(region)), allocator_(allocator) {}
 
 RawListBody::RawListBody(Allocator* allocator, const RawListBody& shared)
     : data_(shared.data_), allocator_(allocator) {
@@ -46,16 +86,22 @@ void RawListBody::renewRing() {
   data_ = new RawListData;
 }
 
+void RawListBody::renewRing(RawRegion& region) {
+  releaseRing();
+  data_ = ringIn(region);
+}
+
 void RawListBody::releaseRing() {
   if (data_->references.fetch_sub(1, std::memory_order_acq_rel) == 0) {
     clear();
-    delete data_;
+    destroyRing(data_);
   }
   data_ = nullptr;
 }
 
-RawListNode* RawListBody::insertElement(RawListNode* before, void* element) {
-  auto* node = new RawListNode{before->previous, before, element};
+RawListNode* RawListBody::insertElement(RawListNode* before, void* element, RawRegion* region) {
+  RawListNode* node = makeNode(data_, region);
+  *node = {before->previous, before, element};
   before->previous->next = node;
   before->previous = node;
   ++data_->count;
@@ -68,7 +114,7 @@ void* RawListBody::unlinkElement(RawListNode* node) {
   node->previous->next = node->next;
   node->next->previous = node->previous;
   --data_->count;
-  delete node;
+  destroyNode(data_, node);
   return element;
 }
 

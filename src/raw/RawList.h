@@ -6,6 +6,9 @@
 // reference on the same ring, so a change through one copy shows in the other; only lists that are
 // RawDataShared::Duplicator make themselves private before a change.
 //
+// A list that is filled at once and by thousands may lie in a RawRegion with its nodes. It is a
+// list like all others then.
+//
 // Threads: only the count of sharers is safe by itself. Whoever shares a list across threads
 // guards every walk and change with a lock of his own.
 // Failure: none. At the sentinel `element` gives null.
@@ -34,7 +37,10 @@ struct RawListData {
   std::atomic<int32_t> references{0}; // sharers beyond the first
   RawListNode sentinel;
   int32_t count = 0;
+  bool hasPieces = false; // this and all nodes are pieces of RawRegion, in a region or alone
 };
+
+class RawRegion;
 
 class RawListProperty {
  public:
@@ -79,13 +85,16 @@ class RawListBody : public RawListProperty {
 
  protected:
   explicit RawListBody(Allocator* allocator);
+  RawListBody(Allocator* allocator, RawRegion& region); // the ring lies in the region
   RawListBody(Allocator* allocator, const RawListBody& shared);
   ~RawListBody() = default;
 
   void shareRing(const RawListBody& other); // gives the own ring up
   void renewRing();                         // gives the own ring up for a new, empty one
+  void renewRing(RawRegion& region);        // the new one lies in the region
   void releaseRing();                       // for destructors: no ring is left
-  RawListNode* insertElement(RawListNode* before, void* element);
+  // With a region the node is taken from there, if the ring lies in one, too.
+  RawListNode* insertElement(RawListNode* before, void* element, RawRegion* region = nullptr);
   void* unlinkElement(RawListNode* node);
   [[nodiscard]] bool containsElement(const void* element) const;
 
@@ -106,6 +115,7 @@ class RawListBodyTyped : public RawListBody {
   RawListNode* append(T* item) { return insertElement(end(), item); }
   RawListNode* prepend(T* item) { return insertElement(first(), item); }
   RawListNode* insertBefore(RawListNode* node, T* item) { return insertElement(node, item); }
+  RawListNode* append(T* item, RawRegion& region) { return insertElement(end(), item, &region); }
   // Takes the node out and hands its element to the caller; null at the sentinel.
   T* unlink(RawListNode* node) { return static_cast<T*>(unlinkElement(node)); }
   [[nodiscard]] bool contains(const T* item) const { return containsElement(item); }
@@ -152,6 +162,8 @@ template <class A, class T>
 class RawListR : public A, public RawListBodyR<T> {
  public:
   RawListR() : RawListBodyR<T>(static_cast<RawListProperty::Allocator*>(this)) {}
+  explicit RawListR(RawRegion& region)
+      : RawListBodyR<T>(static_cast<RawListProperty::Allocator*>(this), region) {}
   RawListR(const RawListR& other)
       : A(), RawListBodyR<T>(static_cast<RawListProperty::Allocator*>(this), other) {}
   RawListR& operator=(const RawListR& other) {

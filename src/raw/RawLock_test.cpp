@@ -1,5 +1,9 @@
 #include "raw/RawLock.h"
 
+#ifndef _WIN32
+#include "host/HostFaults.h"
+#endif
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -89,6 +93,17 @@ TEST(RawEvent, WakesEveryWaiter) {
   EXPECT_EQ(seen, 21);
 }
 
+#ifndef _WIN32
+TEST(RawEvent, OneThatCouldNotBeMadeWaitsTheFullTime) {
+  HostFaults::Scope faults;
+  faults.failAll(HostFaults::Thread);
+  RawEvent event;
+  event.signal();
+  event.reset();
+  EXPECT_GE(millisecondsOf([&] { EXPECT_EQ(event.wait(30), RawEvent::TimedOut); }), 25);
+}
+#endif
+
 TEST(RawSleep, TakesAtLeastItsTime) {
   EXPECT_GE(millisecondsOf([] { rawSleep(30); }), 20);
   EXPECT_LT(millisecondsOf([] { rawSleep(0); }), 5000);
@@ -112,8 +127,9 @@ TEST(RawAutoFlag, IsReadWhileAnotherThreadRaisesIt) {
     while (!stop) const RawAutoFlag flag(unit);
   });
   bool raised = false;
-  for (int i = 0; i < 100000 && !raised; ++i) raised = unit.isSet();
+  for (int i = 0; i < 10000000 && !raised; ++i) raised = unit.isSet();
   stop = true;
   writer.join();
+  EXPECT_TRUE(raised);
   EXPECT_FALSE(unit.isSet());
 }

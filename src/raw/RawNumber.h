@@ -9,7 +9,7 @@
 namespace RawLayer {
 
 class RawNumberParser {
-public:
+ public:
   uint16_t sign = 0; // 0, '-' or '+'
   int32_t base = 10;
   int32_t position = 0; // where the digits start, then where the parse stopped

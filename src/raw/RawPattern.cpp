@@ -10,6 +10,11 @@ namespace RawLayer {
 
 namespace {
 
+uint16_t otherCase(uint16_t unit) {
+  if (unit >= 'A' && unit <= 'Z') return static_cast<uint16_t>(unit + 0x20);
+  return rawFold(unit);
+}
+
 // --- Wildcards
 //
 // The pattern is cut at its "*" into segments whose items take one unit each. The first segment
@@ -23,36 +28,51 @@ class WildcardMatch {
       : pattern_(pattern), text_(text), fold_(fold) {}
 
   bool run() const {
-    RawPatternSegment segment = segmentFrom(pattern_, 0);
-    if (isLast(segment)) return segment.items == text_.size && fits(segment, 0);
-    if (segment.items > text_.size || !fits(segment, 0)) return false;
-    int32_t position = segment.items;
+    int32_t item = 0;
+    int32_t position = 0;
+    while (item < pattern_.size && pattern_[item] != '*')
+      if (position == text_.size || !takes(item, text_[position++])) return false;
+    if (item == pattern_.size) return position == text_.size;
     for (;;) {
-      segment = segmentFrom(pattern_, segment.end + 1);
+      const RawPatternSegment segment = segmentFrom(pattern_, item + 1);
       const int32_t last = text_.size - segment.items;
-      if (isLast(segment)) return position <= last && fits(segment, last);
-      while (position <= last && !fits(segment, position)) ++position;
+      if (segment.end == pattern_.size) return position <= last && fits(segment, last);
+      position = find(segment, position, last);
       if (position > last) return false;
       position += segment.items;
+      item = segment.end;
     }
   }
 
  private:
-  [[nodiscard]] bool isLast(const RawPatternSegment& segment) const {
-    return segment.end == pattern_.size;
+  // Whether the item takes the unit; moves behind the item.
+  bool takes(int32_t& item, uint16_t unit) const {
+    const uint16_t own = pattern_[item++];
+    if (own == '%') return item < pattern_.size && unescaped(pattern_[item++]) == unit;
+    return own == '?' || unitsEqual(own, unit, fold_);
   }
 
   // Whether the items take the units from `position` on; the text is long enough.
   [[nodiscard]] bool fits(const RawPatternSegment& segment, int32_t position) const {
-    for (int32_t i = segment.start; i < segment.end; ++i, ++position) {
-      const uint16_t unit = pattern_[i];
-      if (unit == '%') {
-        if (++i == segment.end || unescaped(pattern_[i]) != text_[position]) return false;
-      } else if (unit != '?' && !unitsEqual(unit, text_[position], fold_)) {
-        return false;
-      }
-    }
+    for (int32_t item = segment.start; item < segment.end; ++position)
+      if (!takes(item, text_[position])) return false;
     return true;
+  }
+
+  // The first position up to `last` where the segment fits; above it when there is none.
+  [[nodiscard]] int32_t find(const RawPatternSegment& segment, int32_t position,
+                             int32_t last) const {
+    if (segment.items == 0) return position;
+    const uint16_t first = pattern_[segment.start];
+    const bool isPlain = first != '?' && first != '%';
+    // The bit in which a unit that folds to `first` may differ from it.
+    const uint16_t free = fold_ && otherCase(first) != first ? uint16_t{0x20} : uint16_t{0};
+    const auto wanted = static_cast<uint16_t>(first | free);
+    for (; position <= last; ++position) {
+      if (isPlain && (text_[position] | free) != wanted) continue;
+      if (fits(segment, position)) break;
+    }
+    return position;
   }
 
   RawUnits<P> pattern_;
@@ -64,11 +84,6 @@ class WildcardMatch {
 
 bool isLineEnd(uint16_t unit) {
   return unit == '\n' || unit == '\r';
-}
-
-uint16_t otherCase(uint16_t unit) {
-  if (unit >= 'A' && unit <= 'Z') return static_cast<uint16_t>(unit + 0x20);
-  return rawFold(unit);
 }
 
 // A set between its brackets, or the part behind "[^".

@@ -24,8 +24,9 @@ auto withUnits(const RawString& text, RawRange range, Use use) {
       reinterpret_cast<const unsigned char*>(text.text()) + part.start, part.size()});
 }
 
+// The cases of an ASCII letter differ in one bit.
 inline bool unitsEqual(uint16_t a, uint16_t b, bool fold) {
-  return a == b || (fold && rawFold(a) == rawFold(b));
+  return a == b || (fold && (a ^ b) == 0x20 && rawFold(a) == rawFold(b));
 }
 
 struct RawPatternEscape {

@@ -1,11 +1,11 @@
 #include "raw/RawString.h"
 
+#include "raw/RawRegion.h"
 #include "raw/RawStringParts.h"
 #include "raw/RawUnitScan.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <limits>
 
 // Making, sharing and owning texts.
 
@@ -24,14 +24,18 @@ constinit RawStringBody emptyBodies[] = {
     emptyBodyOf(5), emptyBodyOf(6), emptyBodyOf(7), emptyBodyOf(8),
 };
 
+// The bytes of a body with so many units and a terminator behind it.
 std::size_t sizeOfOwned(int32_t encoding, int32_t capacity) {
-  return sizeof(RawStringBody) +
-         (static_cast<std::size_t>(capacity) + 1) * static_cast<std::size_t>(unitSize(encoding));
+  const uint64_t units = static_cast<uint64_t>(capacity) + 1;
+  const uint64_t size = sizeof(RawStringBody) + units * static_cast<uint64_t>(unitSize(encoding));
+  if (size > PTRDIFF_MAX) std::abort();
+  return static_cast<std::size_t>(size);
 }
 
-void* checkedMemory(void* memory) {
+RawStringBody* bodyMemory(std::size_t size) {
+  void* memory = std::malloc(size);
   if (memory == nullptr) std::abort();
-  return memory;
+  return static_cast<RawStringBody*>(memory);
 }
 
 template <typename Unit>
@@ -67,7 +71,7 @@ RawStringBody* emptyBody(int32_t encoding) noexcept {
 
 RawStringBody* makeForeignBody(RawString::Kind kind, int32_t encoding, const void* units,
                                int32_t length) {
-  auto* body = static_cast<RawStringBody*>(checkedMemory(std::malloc(sizeof(RawStringBody))));
+  RawStringBody* body = bodyMemory(sizeof(RawStringBody));
   const int32_t count = units == nullptr || length < 0 ? 0 : length;
   *body = {units == nullptr ? &zeroUnit : units,
            count,
@@ -79,8 +83,7 @@ RawStringBody* makeForeignBody(RawString::Kind kind, int32_t encoding, const voi
 }
 
 RawStringBody* makeOwnedBody(int32_t encoding, int32_t capacity) {
-  auto* body =
-      static_cast<RawStringBody*>(checkedMemory(std::malloc(sizeOfOwned(encoding, capacity))));
+  RawStringBody* body = bodyMemory(sizeOfOwned(encoding, capacity));
   *body = {body + 1, 0, capacity, 0, RawString::KindOwned, static_cast<uint8_t>(encoding)};
   endAt(body, 0);
   return body;
@@ -90,8 +93,12 @@ void releaseBody(RawStringBody* body) noexcept {
   if (body->kind == RawString::KindEmpty) return;
   // A sole owner needs no counting: nobody else can take a share of what only it can see.
   if (referencesOf(body).load(std::memory_order_acquire) == 0 ||
-      referencesOf(body).fetch_sub(1, std::memory_order_acq_rel) == 0)
-    std::free(body);
+      referencesOf(body).fetch_sub(1, std::memory_order_acq_rel) == 0) {
+    if (body->inRegion)
+      RawRegion::give(body);
+    else
+      std::free(body);
+  }
 }
 
 RawStringBody* shareBodyAs(int32_t encoding, RawStringBody* body) {
@@ -109,19 +116,18 @@ RawStringBody* copyPart(int32_t encoding, const RawStringBody* body, int32_t sta
 }
 
 static int32_t checkedCapacity(int64_t needed) {
-  // One number is left for the terminator.
-  if (needed >= std::numeric_limits<int32_t>::max()) std::abort();
+  if (needed > INT32_MAX) std::abort();
   return static_cast<int32_t>(needed);
 }
 
 int32_t grownCapacity(int64_t needed) {
   const int64_t grown = needed * 2 + (needed >= 200 ? 100 : 20);
-  return grown < std::numeric_limits<int32_t>::max() ? static_cast<int32_t>(grown)
-                                                     : checkedCapacity(needed);
+  return grown <= INT32_MAX ? static_cast<int32_t>(grown) : checkedCapacity(needed);
 }
 
 void resizeBody(RawStringBody*& body, int32_t capacity) {
-  // Not realloc, which takes three times as long here as new memory and a copy.
+  // Not realloc: where this program runs it takes up to three times as long as new memory and a
+  // copy.
   RawStringBody* resized =
       makeOwnedBody(body->encoding, capacity < body->length ? body->length : capacity);
   copyUnits(resized, 0, body, 0, body->length);
@@ -230,6 +236,17 @@ RawString RawString::viewOf(int32_t encoding, const void* units, int32_t length)
 
 RawString RawString::fromStatic(const char* bytes, int32_t length) {
   return RawString(makeForeignBody(KindStatic, EncodingUtf8, bytes, length));
+}
+
+RawString RawString::fromRegion(RawRegion& region, const RawString& source, RawRange range) {
+  const RawRange part = range.clamped(source.length());
+  if (part.isEmpty()) return RawString(emptyBody(source.encoding()));
+  void* memory = region.take(sizeOfOwned(source.encoding(), part.size()));
+  auto* body = static_cast<RawStringBody*>(memory);
+  *body = {body + 1, 0, part.size(), 0, KindStatic, source.body_->encoding, true};
+  copyUnits(body, 0, source.body_, part.start, part.size());
+  endAt(body, part.size());
+  return RawString(body);
 }
 
 RawString RawString::fromRange(int32_t encoding, const RawString& source, RawRange range) {

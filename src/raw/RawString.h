@@ -22,6 +22,8 @@
 
 namespace RawLayer {
 
+class RawRegion;
+
 // The codes are numbers of the files and logs of this system; they never change.
 enum RawEncoding : int32_t {
   EncodingAnsi = 0,     // the system's active code page
@@ -90,6 +92,9 @@ class RawString {
   static RawString viewOf(int32_t encoding, const void* units, int32_t length);
   // A static text over `bytes`, which live as long as the process and end in a zero.
   static RawString fromStatic(const char* bytes, int32_t length);
+  // A copy of the clamped part of `source` in a region, in its code. To writers it is a static
+  // text.
+  static RawString fromRegion(RawRegion& region, const RawString& source, RawRange range);
   // The clamped part of `source` in the given code, converted when the codes differ.
   static RawString fromRange(int32_t encoding, const RawString& source, RawRange range);
   // A new text with the code of `a`.
@@ -117,7 +122,7 @@ class RawString {
     return encoding() == EncodingWide ? wide()[position] : static_cast<uint8_t>(text()[position]);
   }
   [[nodiscard]] RawRange all() const { return {0, length()}; }
-  // For tests and for owners of buffers.
+  // For tests and for owners of buffers. Nobody counts the sharers of KindEmpty.
   [[nodiscard]] Kind kind() const { return static_cast<Kind>(body_->kind); }
   [[nodiscard]] int32_t references() const; // sharers beyond the first
 
@@ -131,12 +136,13 @@ class RawString {
   void assignView(int32_t encoding, const void* units, int32_t length);
   // To be called before any write through mutableText or mutableWide.
   void unshare();
+  // Room for exactly so many units, but never for less than the text; the text becomes KindOwned.
   void reserve(int32_t capacity);
   // What the platform may write into after unshare and reserve: capacity units and a terminator.
   [[nodiscard]] char* mutableText();
   [[nodiscard]] char16_t* mutableWide();
-  void syncLength(); // the length up to the first zero unit, never above the capacity
-  void setLength(int32_t length);
+  void syncLength();              // the length up to the first zero unit, never above the capacity
+  void setLength(int32_t length); // cut down to the capacity
 
   // --- Writing; each unshares first, none converts
   void appendChar(uint16_t unit);
@@ -145,7 +151,8 @@ class RawString {
   void append5(const RawString& a, const RawString& b, const RawString& c = emptyStatic(),
                const RawString& d = emptyStatic(), const RawString& e = emptyStatic());
   void assignChars(const RawString& source);
-  void insertGap(int32_t position, int32_t count); // the caller has made room
+  // Moves the tail; the caller fills the gap, and had better make room before.
+  void insertGap(int32_t position, int32_t count);
   void removeRange(int32_t position, int32_t count);
   void replaceRange(RawRange range, const RawString& source, RawRange sourceRange);
   void insertUnderscore(int32_t position);

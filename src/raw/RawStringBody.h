@@ -11,11 +11,12 @@ namespace RawLayer {
 
 struct RawStringBody {
   const void* text;
-  int32_t length;     // code units, without the terminator
-  int32_t capacity;   // code units that fit, without the terminator
-  int32_t references; // sharers beyond the first; through std::atomic_ref only
-  uint8_t kind;       // RawString::Kind
-  uint8_t encoding;   // RawEncoding
+  int32_t length;        // code units, without the terminator
+  int32_t capacity;      // code units that fit, without the terminator
+  int32_t references;    // sharers beyond the first; through std::atomic_ref only
+  uint8_t kind;          // RawString::Kind
+  uint8_t encoding;      // RawEncoding
+  bool inRegion = false; // a piece of RawRegion, with the units behind it
 };
 
 } // namespace RawLayer

@@ -1,8 +1,6 @@
 #include "raw/RawStringParts.h"
 #include "raw/RawUnitScan.h"
 
-#include <limits>
-
 // Comparing and scanning. Nothing here changes a text.
 //
 // A scan goes from character to character, so that it never takes the second byte of a character
@@ -14,12 +12,6 @@
 namespace RawLayer {
 
 namespace {
-
-int32_t endOf(int32_t position, int32_t count) {
-  const int64_t end = static_cast<int64_t>(position) + count;
-  return end > std::numeric_limits<int32_t>::max() ? std::numeric_limits<int32_t>::max()
-                                                   : static_cast<int32_t>(end);
-}
 
 // --- Comparing
 
@@ -281,12 +273,11 @@ bool RawString::rangeEqualsNoCase(RawRange range, const RawString& other,
 
 bool RawString::equalsAt(int32_t position, const RawString& other, int32_t otherStart,
                          int32_t count) const {
-  return rangeEquals({position, endOf(position, count)}, other,
-                     {otherStart, endOf(otherStart, count)});
+  return rangeEquals(rangeOf(position, count), other, rangeOf(otherStart, count));
 }
 
 bool RawString::startsWithAt(int32_t position, const RawString& other, int32_t count) const {
-  return rangeEqualsNoCase({position, endOf(position, count)}, other, {0, count});
+  return rangeEqualsNoCase(rangeOf(position, count), other, {0, count});
 }
 
 int32_t RawString::compare(const RawString& other) const {
@@ -376,8 +367,18 @@ int32_t RawString::findSet(int32_t position, const RawString& set) const {
 
 RawRange RawString::trimRange(RawRange range, const RawString& set) const {
   RawRange part = range.clamped(length());
-  while (!part.isEmpty() && isOneOf(part.start, set)) ++part.start;
-  while (!part.isEmpty() && isOneOf(part.end - 1, set)) --part.end;
+  // Ends to trim are short and so are the sets: nothing pays but a plain look.
+  withUnits(body_, [&, count = set.length()](const auto* units) {
+    withUnits(set.body_, [&](const auto* wanted) {
+      const auto isWanted = [=](uint16_t unit) {
+        for (int32_t i = 0; i < count; ++i)
+          if (wanted[i] == unit) return true;
+        return false;
+      };
+      while (!part.isEmpty() && isWanted(units[part.start])) ++part.start;
+      while (!part.isEmpty() && isWanted(units[part.end - 1])) --part.end;
+    });
+  });
   return part;
 }
 

@@ -1,5 +1,6 @@
 #include "raw/RawString.h"
 
+#include "PlainText.h"
 #include "TestText.h"
 
 #include <gtest/gtest.h>
@@ -70,6 +71,8 @@ TEST(RawStringCompare, EqualsAtComparesSoManyUnitsFromEachPlace) {
   EXPECT_FALSE(text.equalsAt(4, "ef!"_text, 0, 3)) << "one part is shorter";
   EXPECT_TRUE(text.equalsAt(4, "ef"_text, 0, 3)) << "both end there";
   EXPECT_TRUE(text.equalsAt(4, "ef"_text, 0, INT32_MAX));
+  EXPECT_TRUE(text.equalsAt(-1, "ax"_text, -1, 2)) << "a part begins with the text";
+  EXPECT_TRUE(text.equalsAt(INT32_MIN, "x"_text, INT32_MIN, INT32_MIN)) << "both are empty";
 }
 
 TEST(RawStringCompare, StartsWithAtFolds) {
@@ -315,29 +318,6 @@ TEST(RawStringScan, PlatformClassesOfSeveralTexts) {
 
 // --- Against a plain reference, on texts of every code, most of them malformed
 
-int32_t plainFindChar(const RawString& text, RawRange range, uint16_t unit) {
-  for (int32_t i = range.start; i < range.end; i += 1 + text.extraUnits(i))
-    if (text.at(i) == unit) return i;
-  return range.end;
-}
-
-int32_t plainFind(const RawString& text, RawRange range, const RawString& other, RawRange part) {
-  if (part.isEmpty()) return range.end;
-  for (int32_t i = range.start; i + part.size() <= range.end; i += 1 + text.extraUnits(i)) {
-    int32_t same = 0;
-    while (same < part.size() && text.at(i + same) == other.at(part.start + same)) ++same;
-    if (same == part.size()) return i;
-  }
-  return range.end;
-}
-
-int32_t plainFindLastOf(const RawString& text, RawRange range, const RawString& set) {
-  int32_t last = range.end;
-  for (int32_t i = range.start; i < range.end; i += 1 + text.extraUnits(i))
-    if (text.isOneOf(i, set)) last = i;
-  return last;
-}
-
 class RandomTexts {
  public:
   explicit RandomTexts(uint32_t seed) : random_(seed) {}
@@ -372,20 +352,22 @@ TEST(RawStringScan, RandomTextsGiveThePlainAnswers) {
     const RawString text = random.text(encoding, random.number(round % 10 == 0 ? 200 : 30));
     const RawRange range = random.number(2) == 0 ? text.all() : random.range(text);
     const RawString unit = random.text(encoding, 1);
-    ASSERT_EQ(text.findChar(range, unit.at(0)), plainFindChar(text, range, unit.at(0)));
+    ASSERT_EQ(text.findChar(range, unit.at(0)), PlainText::findChar(text, range, unit.at(0)));
 
     // A piece of the text itself is found most often.
     const bool own = random.number(2) == 0;
     const RawString other = own ? text : random.text(random.number(9), 1 + random.number(4));
     RawRange part = random.range(other);
     if (part.size() > 5) part.end = part.start + 5;
-    ASSERT_EQ(text.find(range, other, part), plainFind(text, range, other, part));
+    ASSERT_EQ(text.find(range, other, part), PlainText::find(text, range, other, part));
 
     const RawString set = random.text(random.number(9), random.number(4));
-    ASSERT_EQ(text.findLastOf(range, set), plainFindLastOf(text, range, set));
-    int32_t first = range.start;
-    while (first < text.length() && !text.isOneOf(first, set)) first += 1 + text.extraUnits(first);
-    ASSERT_EQ(text.findSet(range.start, set), std::min(first, text.length()));
+    ASSERT_EQ(text.findLastOf(range, set), PlainText::findLastOf(text, range, set));
+    ASSERT_EQ(text.findSet(range.start, set), PlainText::findSet(text, range.start, set));
+
+    ASSERT_EQ(text.compare(other), PlainText::compare(text, other, false));
+    ASSERT_EQ(text.compareNoCase(other), PlainText::compare(text, other, true));
+    ASSERT_EQ(text.equals(other), PlainText::compare(text, other, false) == 0);
   }
 }
 
@@ -396,8 +378,8 @@ TEST(RawStringScan, RunsOfLeadBytesTakeNoMoreThanAWalk) {
   for (int32_t i = 0; i < 500000; ++i) bytes += "\xE3\xE3=\xE3";
   EXPECT_EQ(raw(leads + "=").findCharFrom(0, u'='), 2000001);
   const RawString text = raw(bytes);
-  EXPECT_EQ(text.findChar(text.all(), u'='), plainFindChar(text, text.all(), u'='));
-  EXPECT_EQ(text.find("=\xE3"_text), plainFind(text, text.all(), "=\xE3"_text, {0, 2}));
+  EXPECT_EQ(text.findChar(text.all(), u'='), PlainText::findChar(text, text.all(), u'='));
+  EXPECT_EQ(text.find("=\xE3"_text), PlainText::find(text, text.all(), "=\xE3"_text, {0, 2}));
 }
 
 } // namespace

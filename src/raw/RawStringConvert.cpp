@@ -78,7 +78,8 @@ RawStringBody* toWide(int32_t encoding, const uint8_t* bytes, int32_t size) {
 
 RawStringBody* fromWideUnits(int32_t encoding, const char16_t* units, int32_t count) {
   if (count <= 0) return emptyBody(encoding);
-  if (isUtf16Bytes(encoding)) return pairsFromWide(encoding, units, count);
+  if (isUtf16Bytes(encoding))
+    return count <= INT32_MAX / 2 ? pairsFromWide(encoding, units, count) : emptyBody(encoding);
   const uint32_t page = rawCodePageOf(encoding);
   const RawConversion needed = rawFromWide(page, units, count, nullptr, 0);
   if (needed.error != 0 || needed.count <= 0) return emptyBody(encoding);

@@ -3,6 +3,10 @@
 
 #include "TestText.h"
 
+#ifndef _WIN32
+#include "host/HostFaults.h"
+#endif
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -160,6 +164,31 @@ TEST(RawStringConvert, FaultyTextsKeepTheirGoodParts) {
             "a\x92\x9A\xF0\x40?z");
   EXPECT_EQ(bytesOf(RawString::fromWide(u"a\xD800z").shareAs(EncodingUtf8)), "a\xEF\xBF\xBDz");
 }
+
+#ifndef _WIN32
+TEST(RawStringConvert, AFailureGivesAnEmptyText) {
+  const RawString text = raw(mixedUtf8);
+  const RawString wide = text.shareAs(EncodingWide);
+  HostFaults::Scope faults;
+  // Each conversion asks for the size and then fills the memory: either may fail.
+  for (int32_t call = 1; call <= 2; ++call) {
+    faults.failNth(call, HostFaults::Conversion);
+    const RawString failed = text.shareAs(EncodingWide);
+    EXPECT_EQ(failed.kind(), RawString::KindEmpty) << call;
+    EXPECT_EQ(failed.encoding(), EncodingWide);
+    faults.failNth(call, HostFaults::Conversion);
+    const RawString back = wide.shareAs(EncodingShiftJis);
+    EXPECT_EQ(back.kind(), RawString::KindEmpty) << call;
+    EXPECT_EQ(back.encoding(), EncodingShiftJis);
+  }
+  for (int32_t call = 1; call <= 4; ++call) {
+    faults.failNth(call, HostFaults::Conversion);
+    EXPECT_TRUE(text.shareAs(EncodingShiftJis).isEmpty()) << call;
+  }
+  faults.failNone();
+  EXPECT_EQ(text.shareAs(EncodingWide).length(), wide.length());
+}
+#endif
 
 TEST(RawStringConvert, CodePagesOfTheCodes) {
   const uint32_t expected[] = {0, 932, 65001, 65000, 2, 0, 0, 0, 0};

@@ -18,6 +18,12 @@ constexpr RawStringBody passingView(int32_t encoding, const void* units, int32_t
   return {units, length, length, 0, RawString::KindView, static_cast<uint8_t>(encoding)};
 }
 
+// The range of so many units from a position; it may reach out of the text.
+constexpr RawRange rangeOf(int32_t position, int32_t count) {
+  const int64_t end = int64_t{position} + count;
+  return {position, end < INT32_MAX ? static_cast<int32_t>(end < 0 ? 0 : end) : INT32_MAX};
+}
+
 inline std::atomic_ref<int32_t> referencesOf(RawStringBody* body) {
   return std::atomic_ref<int32_t>(body->references);
 }
@@ -112,8 +118,10 @@ void copyEnds(uint8_t* to, const uint8_t* from, std::size_t size) {
 // memcpy for what is short in most cases: calling the C runtime takes longer than the copy. Each
 // size is met by two copies that may overlap.
 inline void copyBytes(uint8_t* to, const uint8_t* from, std::size_t size) {
-  if (size > 32) {
+  if (size > 64) {
     std::memcpy(to, from, size);
+  } else if (size >= 32) {
+    copyEnds<32>(to, from, size);
   } else if (size >= 16) {
     copyEnds<16>(to, from, size);
   } else if (size >= 8) {

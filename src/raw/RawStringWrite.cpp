@@ -100,9 +100,7 @@ void RawString::insertGap(int32_t position, int32_t count) {
 }
 
 void RawString::removeRange(int32_t position, int32_t count) {
-  if (count <= 0 || position >= length()) return;
-  replaceRange({position, count > length() - position ? length() : position + count}, emptyStatic(),
-               {});
+  replaceRange(rangeOf(position, count), emptyStatic(), {});
 }
 
 void RawString::replaceRange(RawRange range, const RawString& source, RawRange sourceRange) {

@@ -257,6 +257,8 @@ TEST(RawStringRemove, ClosesTheRange) {
   EXPECT_TRUE(isTerminated(text));
   text.removeRange(2, 100);
   EXPECT_EQ(bytesOf(text), "ae");
+  text.removeRange(-1, 2);
+  EXPECT_EQ(bytesOf(text), "e");
   text.removeRange(0, INT32_MAX);
   EXPECT_EQ(bytesOf(text), "");
   EXPECT_TRUE(isTerminated(text));
@@ -268,6 +270,8 @@ TEST(RawStringRemove, NothingToRemoveLeavesTheTextAsItIs) {
   text.removeRange(1, 0);
   text.removeRange(1, -1);
   text.removeRange(INT32_MAX, INT32_MAX);
+  text.removeRange(INT32_MIN, INT32_MAX);
+  text.removeRange(-3, 3);
   EXPECT_EQ(text, "abc"_text);
   RawString wide = RawString::fromWide(u"abc");
   wide.removeRange(0, 1);

@@ -11,6 +11,7 @@ namespace RawLayer {
 
 namespace {
 
+static_assert(sizeof(wchar_t) == sizeof(char16_t)); // what raw/RawWinText.h rests on
 static_assert(RawFolderDesktop == CSIDL_DESKTOP && RawFolderAppData == CSIDL_APPDATA);
 
 constexpr int32_t PathUnits = MAX_PATH;

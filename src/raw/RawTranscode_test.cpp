@@ -6,6 +6,7 @@
 
 #include <random>
 #include <string>
+#include <thread>
 #include <vector>
 
 using namespace RawLayer;
@@ -51,6 +52,18 @@ string platformUtf8Of(const u16string& units) {
 }
 
 } // namespace
+
+// First, while nothing has been learnt yet.
+TEST(RawTranscode, ThreadsMayLearnAtTheSameTime) {
+  string bytes;
+  for (int lead = 0x88; lead <= 0x97; ++lead) bytes += {static_cast<char>(lead), '\xA0'};
+  const u16string expected = platformWideOf(bytes);
+  std::vector<u16string> results(4);
+  std::vector<std::thread> threads;
+  for (u16string& result : results) threads.emplace_back([&] { result = wideOf(bytes); });
+  for (std::thread& thread : threads) thread.join();
+  for (const u16string& result : results) EXPECT_EQ(result, expected);
+}
 
 TEST(RawTranscode, ShiftJisBecomesUnits) {
   EXPECT_EQ(wideOf("\x82\xA0"), u"\u3042");

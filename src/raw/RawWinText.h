@@ -6,8 +6,6 @@
 
 namespace RawLayer {
 
-static_assert(sizeof(wchar_t) == sizeof(char16_t));
-
 inline const wchar_t* wideOf(const RawPlatformText& text) {
   return reinterpret_cast<const wchar_t*>(text.wide());
 }

@@ -39,6 +39,7 @@ class TestWindow {
                       HWND parent = nullptr)
       : thread_([this, title, style, parent] { run(title, style, parent); }) {
     while (!isReady_) rawSleep(1);
+    EXPECT_NE(window_, nullptr);
   }
   ~TestWindow() {
     close();
@@ -67,6 +68,7 @@ class TestWindow {
     window_ = CreateWindowExW(0, ClassName, title, style, 50, 50, 200, 100, parent, nullptr,
                               type.hInstance, nullptr);
     isReady_ = true;
+    if (window_ == nullptr) return;
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
   }

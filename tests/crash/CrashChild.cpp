@@ -53,10 +53,6 @@ bool onWorker() {
   return true;
 }
 
-void overflow() {
-  overflowStack(0);
-}
-
 DWORD WINAPI foreignThread(void*) {
   writeToNull();
   return 0;

@@ -28,16 +28,16 @@ class Sink {
     if (room_ > 0 && count_ < room_) target_[count_] = static_cast<Unit>(unit);
     ++count_;
   }
-  [[nodiscard]] int32_t left() const { return room_ - count_; }
+  [[nodiscard]] int64_t left() const { return room_ - count_; }
   [[nodiscard]] RawConversion outcome() const {
-    return room_ > 0 && count_ > room_ ? RawConversion{0, RawConversionNoRoom}
-                                       : RawConversion{count_, 0};
+    if (count_ > (room_ > 0 ? room_ : INT32_MAX)) return {0, RawConversionNoRoom};
+    return {static_cast<int32_t>(count_), 0};
   }
 
  private:
   Unit* target_;
   int32_t room_;
-  int32_t count_ = 0;
+  int64_t count_ = 0;
 };
 using WideSink = Sink<char16_t>;
 using ByteSink = Sink<char>;
