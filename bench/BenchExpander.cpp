@@ -114,7 +114,7 @@ void compareWithProgram(const char* name, const char* peerName, double goal, dou
   double ownTime = 1e300;
   double shortTime = 1e300;
   double longTime = 1e300;
-  for (int32_t run = 0; run < 5; ++run) {
+  for (int32_t run = 0; run < Bench::runs; ++run) {
     ownTime = std::min(ownTime, own());
     shortTime = std::min(shortTime, timeOfCommand(shortRun));
     longTime = std::min(longTime, timeOfCommand(longRun));
@@ -125,10 +125,12 @@ void compareWithProgram(const char* name, const char* peerName, double goal, dou
     Bench::report(name, "ns", ownTime, peerName, (longTime - shortTime) / texts, goal);
 }
 
-// Expands a text for each of 200 times 1000 words, into nothing.
+constexpr int32_t MakeRounds = 40;
+
+// Expands a text for each of MakeRounds times 1000 words, into nothing.
 std::string makeFile(const std::string& text) {
   std::string words[2];
-  for (int32_t i = 0; i < 200; ++i) words[0] += " x";
+  for (int32_t i = 0; i < MakeRounds; ++i) words[0] += " x";
   for (int32_t i = 0; i < 1000; ++i) words[1] += " x";
   return std::string("Input := ") + Input + "\nQuiet := True\nTitle := " + Title +
          "\nA :=" + words[0] + "\nB :=" + words[1] + "\nTEXT = " + text +
@@ -144,11 +146,11 @@ void benchCalls() {
   const PeerFile empty("TarvellonBenchEmpty.mk", makeFile("x"));
   const PeerFile full("TarvellonBenchFull.mk", makeFile(text));
   compareWithProgram("expand ten calls", "make", 1, callsTime, "make -s -f " + empty.path(),
-                     "make -s -f " + full.path(), 200 * 1000);
+                     "make -s -f " + full.path(), MakeRounds * 1000);
 }
 
 void benchReferences() {
-  constexpr int32_t texts = 2000;
+  constexpr int32_t texts = 400;
   const std::string text = referenceText(0, References, "${", "}");
   std::string many;
   for (int32_t i = 0; i < texts; ++i) many += text;

@@ -27,6 +27,32 @@ class RangedTextLines : public JobParamLines {
   const RawLayer::RawListNode* node_;
 };
 
+// The first "=" of a line and the first "{" ahead of it; the line's end where there is none.
+struct LineMarks {
+  int32_t equals;
+  int32_t brace;
+};
+
+// One walk by characters for both, up to the "=": keys are short.
+template <typename Unit>
+LineMarks marksIn(const Unit* units, const RawString& text, RawRange line) {
+  LineMarks marks{line.end, line.end};
+  for (int32_t i = line.start; i < line.end; ++i) {
+    if (units[i] == '=') {
+      marks.equals = i;
+      break;
+    }
+    if (units[i] == '{' && marks.brace == line.end) marks.brace = i;
+    if (units[i] > 0x7F) i += text.extraUnits(i);
+  }
+  return marks;
+}
+
+LineMarks marksOf(const RawString& text, RawRange line) {
+  if (text.encoding() == RawLayer::EncodingWide) return marksIn(text.wide(), text, line);
+  return marksIn(reinterpret_cast<const uint8_t*>(text.text()), text, line);
+}
+
 } // namespace
 
 bool JobParamList::Parse(const RawRangedTextList& lines) {
@@ -46,17 +72,16 @@ JobParamList::ParseResult JobParamList::ParseLines(JobParamLines& lines, int32_t
     const RawString& text = lines.text();
     const RawRange line = lines.range();
     if (text.at(line.start) == '}') return ClosedByBrace;
-    const int32_t equals = text.findChar(line, '=');
-    if (equals < line.end) {
-      append(new (region)
-                 JobParamText(lines.key({line.start, equals}), lines.value({equals + 1, line.end})),
+    const LineMarks marks = marksOf(text, line);
+    if (marks.equals < line.end) {
+      append(new (region) JobParamText(lines.key({line.start, marks.equals}),
+                                       lines.value({marks.equals + 1, line.end})),
              region);
       continue;
     }
-    const int32_t brace = text.findChar(line, '{');
     std::unique_ptr<JobParamCommand> block(
-        new (region) JobParamCommand(lines.key({line.start, brace}), region));
-    if (brace < line.end &&
+        new (region) JobParamCommand(lines.key({line.start, marks.brace}), region));
+    if (marks.brace < line.end &&
         (nesting == MaxNesting || block->params.ParseLines(lines, nesting + 1) != ClosedByBrace))
       return Fault;
     append(block.release(), region);

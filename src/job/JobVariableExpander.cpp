@@ -43,8 +43,9 @@ static int32_t nextVariableNumber() {
 JobVariableExpander::JobVariableExpander(const JobExecutorPair& caller, JobVariableList& table)
     : table_(&table), caller_(caller), isLogged_(JobExecutionRecord::logsRuns()) {}
 
-JobVariableExpander::JobVariableExpander(JobVariableExpander& outer)
-    : table_(outer.table_), isLogged_(outer.isLogged_), outer_(&outer), depth_(outer.depth_ + 1) {}
+JobVariableExpander::JobVariableExpander(JobVariableExpander* outer)
+    : table_(outer->table_), isLogged_(outer->isLogged_), outer_(outer), depth_(outer->depth_ + 1) {
+}
 
 JobVariableResult JobVariableExpander::expand(const RawString& source) {
   if (outer_ == nullptr) exhausted_ = false;
@@ -103,7 +104,7 @@ JobVariableResult JobVariableExpander::evaluate(const RawString& name,
                                                 JobVariableArgument& argument) {
   if (depth_ == NestingLimit) return refuseNesting(argument);
   const int32_t number = nextVariableNumber();
-  JobVariableExpander inner(*this);
+  JobVariableExpander inner(this);
   std::optional<JobExecutionRecord> record;
   if (isLogged_) {
     inner.caller_ = JobExecutorPair::variable(number);

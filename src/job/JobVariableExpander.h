@@ -96,7 +96,7 @@ class JobVariableExpander : public JobVariableArgument::Expander {
   RawString expandAndStore(const RawString& text);
 
  private:
-  explicit JobVariableExpander(JobVariableExpander& outer);
+  explicit JobVariableExpander(JobVariableExpander* outer);
   int32_t expandCall(RawString& text, int32_t position);
   int32_t evaluateCall(JobVariableArgument& argument, int32_t position, RawString& value);
   JobVariableResult refuseNesting(const JobVariableArgument& argument);

@@ -28,7 +28,7 @@ struct RawArrayDataC : public RawArrayData<T> {
 
 template <class D>
 class RawArrayBody : public RawDataShared::Duplicator {
-public:
+ public:
   RawArrayBody() : data_(new D) {}
   RawArrayBody(const RawArrayBody& other) : RawDataShared::Duplicator(), data_(other.data_) {
     data_->references.fetch_add(1);
@@ -56,10 +56,10 @@ public:
     data_ = copy;
   }
 
-protected:
+ protected:
   D* data_;
 
-private:
+ private:
   void drop() {
     if (data_->references.fetch_sub(1) == 0) delete data_;
   }
@@ -67,12 +67,13 @@ private:
 
 template <class T>
 class RawArrayC : public RawArrayBody<RawArrayDataC<T>> {
-public:
+ public:
   [[nodiscard]] int32_t count() const { return this->data_->count; }
   [[nodiscard]] int32_t capacity() const { return this->data_->capacity; }
   // The value at the index, or a value of zeros outside.
   [[nodiscard]] T at(int32_t index) const {
-    return index >= 0 && index < count() ? this->data_->items[static_cast<std::size_t>(index)] : T{};
+    return index >= 0 && index < count() ? this->data_->items[static_cast<std::size_t>(index)]
+                                         : T{};
   }
   void set(int32_t index, const T& value) { // nothing outside
     if (index < 0 || index >= count()) return;
@@ -86,7 +87,8 @@ public:
       const int32_t capacity = data.capacity + data.growStep;
       auto items = std::make_unique<T[]>(static_cast<std::size_t>(capacity));
       if (data.count > 0)
-        std::memcpy(items.get(), data.items.get(), static_cast<std::size_t>(data.count) * sizeof(T));
+        std::memcpy(items.get(), data.items.get(),
+                    static_cast<std::size_t>(data.count) * sizeof(T));
       data.items = std::move(items);
       data.capacity = capacity;
     }

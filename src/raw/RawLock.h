@@ -9,7 +9,7 @@
 namespace RawLayer {
 
 class RawLock {
-public:
+ public:
   RawLock();
   ~RawLock();
   RawLock(const RawLock&) = delete;
@@ -17,24 +17,25 @@ public:
   void enter();
   void leave();
 
-private:
+ private:
   alignas(8) unsigned char storage_[40]; // the platform's own lock, whose size the source checks
 };
 
 class RawLockScope {
-public:
+ public:
   explicit RawLockScope(RawLock& lock) : lock_(lock) { lock_.enter(); }
   ~RawLockScope() { lock_.leave(); }
   RawLockScope(const RawLockScope&) = delete;
   RawLockScope& operator=(const RawLockScope&) = delete;
 
-private:
+ private:
   RawLock& lock_;
 };
 
-// A manual-reset event, not signalled at first. An event that could not be made waits the full time.
+// A manual-reset event, not signalled at first. An event that could not be made waits the full
+// time.
 class RawEvent {
-public:
+ public:
   enum WaitResult : uint32_t { Signalled = 0, TimedOut = 258, Failed = 0xFFFFFFFF };
 
   RawEvent();
@@ -45,24 +46,24 @@ public:
   void reset();
   uint32_t wait(uint32_t milliseconds); // a WaitResult; 0xFFFFFFFF waits for ever
 
-private:
+ private:
   void* event_;
 };
 
 // A flag that a scope raises and lowers, read from other threads.
 class RawAutoFlag {
-public:
+ public:
   class Unit {
-  public:
+   public:
     virtual ~Unit() = default;
     virtual void set(bool value) = 0;
   };
   class BooleanUnit : public Unit {
-  public:
+   public:
     void set(bool value) override;
     [[nodiscard]] bool isSet() const;
 
-  private:
+   private:
     mutable RawLock lock_;
     bool value_ = false;
   };
@@ -72,7 +73,7 @@ public:
   RawAutoFlag(const RawAutoFlag&) = delete;
   RawAutoFlag& operator=(const RawAutoFlag&) = delete;
 
-private:
+ private:
   Unit& unit_;
 };
 

@@ -131,7 +131,7 @@ RawString resolveUserPath(const RawString& productName, const RawString& path,
 }
 
 RawString resolveUserPath(const RawString& productName, const RawString& path) {
-  return resolveUserPath(productName, path, programFolder());
+  return resolveUserPath(productName, path, programFolder().shareAs(path.encoding()));
 }
 
 RawString programFolder() {

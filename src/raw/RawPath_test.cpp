@@ -222,6 +222,15 @@ TEST(RawPath, WithoutThePlaceholderThePathIsOnlyMadeAbsolute) {
   EXPECT_EQ(resolveUserPath(raw("P"), raw("x.ini")), joinPath(programFolder(), raw("x.ini")));
 }
 
+TEST(RawPath, AResolvedPathKeepsItsEncoding) {
+  const ProductFolder folder;
+  const RawString path = RawString::fromWide(u"\u30BD.ini");
+  EXPECT_EQ(resolveUserPath(raw("P"), path), joinPath(programFolder().shareAs(EncodingWide), path));
+  EXPECT_EQ(resolveUserPath(folder.product, RawString::fromWide(u"c:\\$(User)\\\u30BD")),
+            RawString::concat(RawString::fromWide(u"c:\\"), folder.path.shareAs(EncodingWide),
+                              RawString::fromWide(u"\\\u30BD")));
+}
+
 TEST(RawPath, TheProgramFolderHoldsTheExecutable) {
   EXPECT_FALSE(programFolder().isEmpty());
   EXPECT_EQ(programFolder(), folderOf(moduleName()));

@@ -4,18 +4,6 @@
 
 namespace RawLayer {
 
-namespace {
-
-// Key and value in one code: as they stand when they have it, else as the default code.
-RawString entryLine(const RawParameterUnit& unit) {
-  const int32_t code = unit.key.encoding() == unit.value.encoding()
-                           ? unit.key.encoding()
-                           : static_cast<int32_t>(EncodingUtf8);
-  return RawString::concat(unit.key.shareAs(code), "="_text, unit.value.shareAs(code));
-}
-
-} // namespace
-
 RawProfile::RawProfile(const RawString& file) : path(file), readPath(file) {}
 
 bool RawProfile::loadSection(RawParameterList& list, const RawString& section) {
@@ -62,7 +50,7 @@ bool RawProfile::saveSection(const RawParameterList& list, const RawString& sect
   RawLineFile writer(temporary, bufferSize);
   if (!RawProfileEnumeration::openWriter(writer, encoding, markEncoding)) return false;
   const bool found = hasSource && copyAround(source, writer, list, section);
-  if (hasSource) readState = source.close();
+  readState = source.close();
   if (!found) writeSection(writer, section, list);
   writer.close();
   if (writer.state != RawLineFile::Closed) return false;
@@ -94,7 +82,10 @@ void RawProfile::writeSectionLine(RawLineFile& writer, const RawString& name) {
 void RawProfile::writeSection(RawLineFile& writer, const RawString& name,
                               const RawParameterList& list) {
   writeSectionLine(writer, name);
-  for (const RawParameterUnit& unit : list.elements()) writer.writeLine(entryLine(unit));
+  for (const RawParameterUnit& unit : list.elements()) {
+    writer.writeLineWithEnd(unit.key, "="_text);
+    writer.writeLine(unit.value);
+  }
   writer.writeLine(RawString::emptyStatic());
 }
 

@@ -8,7 +8,8 @@ namespace RawLayer {
 
 namespace {
 
-constexpr uint16_t Bracket = '[';
+constexpr uint16_t OpeningBracket = '[';
+constexpr uint16_t ClosingBracket = ']';
 
 // A line that was read as text is shorter than three buffers, whatever its file is written in: two
 // of them hold what was converted, as UTF-16 in the worst case.
@@ -30,11 +31,17 @@ uint16_t firstUnit(const RawString& line) {
   }
 }
 
-// From behind the bracket to the last closing one, or to the end of the line.
+RawString asText(const RawString& line) {
+  return isConverted(line.encoding()) ? line.shareAs(EncodingUtf8) : line;
+}
+
+// From behind the bracket to the last closing one, or to the end of the line. Looked for by units:
+// a bracket is never part of a character in UTF-8, and bytes of another code page must not hide
+// one, or each save would add one more.
 RawString sectionName(const RawString& line) {
-  if (isConverted(line.encoding())) return sectionName(line.shareAs(EncodingUtf8));
-  const int32_t stop = line.findLastOf({1, line.length()}, "]"_text);
-  return RawString::fromRange(line.encoding(), line, {1, stop});
+  int32_t stop = line.length() - 1;
+  while (stop > 0 && line.at(stop) != ClosingBracket) --stop;
+  return RawString::fromRange(line.encoding(), line, {1, stop > 0 ? stop : line.length()});
 }
 
 bool isComment(const RawString& line) {
@@ -89,9 +96,15 @@ int32_t RawProfileEnumeration::close() {
 
 const RawString* RawProfileEnumeration::nextLine() {
   const RawLineRecord& line = reader_->nextLine();
-  hasSection_ = line.valid && firstUnit(line.text) == Bracket;
+  hasSection_ = line.valid && firstUnit(line.text) == OpeningBracket;
   if (line.valid && !hasSection_) return &line.text;
-  currentSection = hasSection_ ? sectionName(line.text) : RawString::emptyStatic();
+  const RawString text = asText(line.text);
+  // A name that could not be converted must not be taken for an empty one.
+  if (hasSection_ && text.isEmpty()) {
+    reader_->state = RawLineFile::ConversionFailed;
+    hasSection_ = false;
+  }
+  currentSection = sectionName(text);
   return nullptr;
 }
 

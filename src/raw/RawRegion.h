@@ -5,6 +5,8 @@
 // any time; a block goes with the last piece in it, so one piece that stays keeps its block (16
 // KB). A region itself serves one thread. Memory that cannot be had ends the process.
 //
+// Under the address sanitizer each piece is an allocation of its own, so that no fault hides.
+//
 // Classes whose objects may lie in a region have these as their operators new and delete; what is
 // made without a region is a piece of its own.
 #pragma once
@@ -12,6 +14,17 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define RAW_REGION_CHECKED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define RAW_REGION_CHECKED 1
+#endif
+#endif
+#ifndef RAW_REGION_CHECKED
+#define RAW_REGION_CHECKED 0
+#endif
 
 namespace RawLayer {
 
@@ -24,6 +37,7 @@ class RawRegion {
 
   // `size` bytes, aligned for pointers.
   void* take(std::size_t size) {
+    if (RAW_REGION_CHECKED) return takeAlone(size);
     const std::size_t whole = (sizeof(Block*) + size + alignment - 1) & ~(alignment - 1);
     if (whole > left_) return takeElsewhere(size);
     auto** piece = reinterpret_cast<Block**>(next_);

@@ -76,7 +76,7 @@ TEST(RawThreadDump, AnEmptyFolderGetsOne) {
 }
 
 #ifndef _WIN32
-// A real dump holds the whole memory of this runner, which takes Wine half a minute each; on
+// A real dump holds the whole memory of this runner, which takes long under Wine; on
 // Windows RawThreadWin_test has them made by small programs instead.
 TEST(RawThreadDump, MakesTheFolderAndWritesADump) {
   const TestFolder folder;

@@ -23,7 +23,7 @@ class Victim : public RawThreadUnit {
   void run() override { writeToNull(); }
 };
 
-// Leaves a word instead of a dump, which takes the platform's stand-in half a minute.
+// Leaves a word instead of a dump, which takes seconds under Wine.
 class NotingHandler : public RawThreadHook::Handler {
  public:
   RawString path;
