@@ -47,6 +47,7 @@ class AppTestBed {
   }
   static RawLayer::RawParameterList arguments(const std::string& line) {
     RawLayer::RawStringList flags;
+    flags.caseSensitive = true;
     flags.add(raw("h"));
     RawLayer::RawParameterList list;
     list.fromCommandLine(raw(line), flags);

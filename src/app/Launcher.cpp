@@ -45,6 +45,7 @@ int32_t Launcher::run(const RawString& commandLine) {
   installCrashHandler();
   RawParameterList arguments;
   RawLayer::RawStringList switches;
+  switches.caseSensitive = true;
   switches.add("h"_text);
   arguments.fromCommandLine(RawLayer::stripProgramName(commandLine), switches);
   if (arguments.contains("h"_text)) {

@@ -131,7 +131,7 @@ TEST(RawProfileSave, NewFileKeepsTheEncodingAndMarkOnceKnown) {
 
 TEST(RawProfileSave, EncodingAndMarkAreKept) {
   const string others =
-      "\xE8\xA1\xA8\r\n[\xE3\x82\xBD\xEF\xBD\xB1]\r\n// \xE3\x81\x82\xE3\x80\x81\r\n";
+      "x\xE8\xA1\xA8\r\n[\xE3\x82\xBD\xEF\xBD\xB1]\r\n// \xE3\x81\x82\xE3\x80\x81\r\n";
   for (const int32_t encoding : TestLines::allEncodings)
     for (const bool marked : {false, true}) {
       if (encoding == EncodingShiftJis ? marked : encoding == EncodingUtf8 && !marked) continue;
@@ -223,7 +223,7 @@ TEST(RawProfileSave, FileThatCannotBeReadToItsEndIsRefused) {
   expectRefused("\x82\xA0\r\n[s]\r\nk=1\r\nm=\x82");
   expectRefused(markBytes(EncodingUtf16Le) + inCode(EncodingUtf16Le, "[s]\r\nk=1\r\n") + "x");
   // Too long as text, though not as it stands.
-  expectRefused("\x82\xA0\r\n[s]\r\nk=1\r\nm=" + string(7000, '\xB1') + "\r\n[t]\r\n");
+  expectRefused("\x82\xA0\r\n[s]\r\nk=1\r\nm=" + string(9000, '\xB1') + "\r\n[t]\r\n");
 }
 
 TEST(RawProfileSave, LockedFileIsRefused) {

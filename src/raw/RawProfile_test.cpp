@@ -223,13 +223,13 @@ TEST(RawProfile, SmallBuffersGiveTheSameEntries) {
 }
 
 TEST(RawProfile, BytesOfAnotherCodePageHideNoBracket) {
-  // 0xE9 starts three bytes in UTF-8; 0xFF makes the file binary.
-  EXPECT_EQ(readSection("[caf\xE9]\nk=1\n[\xFF]\nm=2\n", "caf\xE9"), Texts{"k=1"});
+  // 0xF0 makes the file UTF-8, where 0xE9 starts three bytes.
+  EXPECT_EQ(readSection("// \xF0\n[caf\xE9]\nk=1\n", "caf\xE9"), Texts{"k=1"});
 }
 
-TEST(RawProfile, HugeFileOfZerosEndsQuickly) {
+TEST(RawProfile, HugeLineEndsTheReadingQuickly) {
   const TestFolder folder;
-  RawProfile profile(folder.write("a.ini", "[s]\r\nk=1\r\n"));
+  RawProfile profile(folder.write("a.ini", "// \xF0\r\n[s]\r\nk=1\r\n"));
   std::error_code error;
   std::filesystem::resize_file(reinterpret_cast<const char8_t*>(profile.path.text()), 1u << 30,
                                error);

@@ -72,6 +72,13 @@ TEST(CommandLine, UnknownSwitchesAreStoredAndIgnored) {
   EXPECT_TRUE(program.dialogs().empty());
 }
 
+TEST(CommandLine, ACapitalHIsNoHelp) {
+  ProgramRun program;
+  program.writeProfile(ActionOk);
+  EXPECT_EQ(program.run("-H x -a Ok"), 0u);
+  EXPECT_TRUE(program.dialogs().empty());
+}
+
 TEST(CommandLine, ButtonsRunWithTheirKeyAndDropsWithTheirPaths) {
   ProgramRun program;
   program.writeProfile("[Button:Keys]\r\n"
