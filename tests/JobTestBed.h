@@ -16,13 +16,13 @@
 #include "job/JobWindowContext.h"
 #include "job/LauncherData.h"
 
+#include "TestDiary.h"
 #include "TestFolder.h"
 #include "TestText.h"
 
 #include <chrono>
 #include <functional>
 #include <gtest/gtest.h>
-#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -161,19 +161,7 @@ class JobTestBed {
   // What was logged since the bed was made: the bytes, or the lines without their time stamps and
   // with command and variable numbers counted from 1 as they appear.
   [[nodiscard]] std::string log() const { return JobTestLog::instance().textSince(mark_); }
-  [[nodiscard]] std::vector<std::string> diary() const {
-    std::vector<std::string> lines;
-    std::map<std::string, std::map<std::string, int>> numbers;
-    const std::string text = log();
-    for (std::size_t start = 0, end; (end = text.find("\r\n", start)) != std::string::npos;
-         start = end + 2) {
-      std::string line = withoutStamp(text.substr(start, end - start));
-      renumber(line, "Command#", numbers["Command#"]);
-      renumber(line, "Variable#", numbers["Variable#"]);
-      lines.push_back(line);
-    }
-    return lines;
-  }
+  [[nodiscard]] std::vector<std::string> diary() const { return diaryOf(log()); }
 
  private:
   static void reset() {
@@ -196,29 +184,6 @@ class JobTestBed {
     JobLayer::JobFacts::instance().logCategories = raw("UCPV");
     JobLayer::JobWindowContext::instance().dialog = nullptr;
     JobLayer::JobWindowContext::instance().rectangle = {};
-  }
-
-  // Without its first ":YYYYMMDD.HHMMSS.mmm".
-  static std::string withoutStamp(std::string line) {
-    constexpr std::string_view form = ":########.######.###";
-    for (std::size_t i = 0; i + form.size() <= line.size(); ++i) {
-      std::size_t k = 0;
-      while (k < form.size() &&
-             (form[k] == '#' ? line[i + k] >= '0' && line[i + k] <= '9' : line[i + k] == form[k]))
-        ++k;
-      if (k == form.size()) return line.erase(i, k);
-    }
-    return line;
-  }
-  static void renumber(std::string& line, const std::string& word,
-                       std::map<std::string, int>& numbers) {
-    for (std::size_t i = line.find(word); i != std::string::npos; i = line.find(word, i + 1)) {
-      const std::size_t start = i + word.size();
-      const std::size_t end = std::min(line.find_first_not_of("0123456789", start), line.size());
-      const auto next = static_cast<int>(numbers.size()) + 1;
-      const int number = numbers.try_emplace(line.substr(start, end - start), next).first->second;
-      line.replace(start, end - start, std::to_string(number));
-    }
   }
 
   std::string mark_;

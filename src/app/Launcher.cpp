@@ -1,6 +1,5 @@
-// The order of the steps matters: the crash handler stands before anything can crash, the log runs
-// before the predecessor is ended and the configuration is read, and the start-up script has run
-// before the switches are looked at.
+// The order of the steps matters: the log runs before the predecessor is ended and the
+// configuration is read, and the start-up script has run before the switches are looked at.
 #include "app/Launcher.h"
 
 #include "app/GuiProfileFile.h"
@@ -42,7 +41,6 @@ void Launcher::installCrashHandler() {
 }
 
 int32_t Launcher::run(const RawString& commandLine) {
-  installCrashHandler();
   RawParameterList arguments;
   RawLayer::RawStringList switches;
   switches.caseSensitive = true;

@@ -7,6 +7,7 @@
 #include <objbase.h>
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+  AppLayer::Launcher::installCrashHandler();
   // Libraries come from the system's folder only, never from where a document lies.
   SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
   (void)CoInitializeEx(nullptr, COINIT_MULTITHREADED);

@@ -12,26 +12,26 @@ class JobCommandList;
 
 // How a block runs its inner list.
 class JobParamExecutor {
-public:
+ public:
   virtual ~JobParamExecutor() = default;
   virtual bool Execute(const JobParamList& list, const JobExecutorPair& executor) = 0;
 };
 
 class JobCommandUnit {
-public:
+ public:
   RawString keyword;
   JobCommandList* executor = nullptr; // set by the table that the command stands in
 
   explicit JobCommandUnit(const RawString& word) : keyword(word) {}
   virtual bool Execute(const JobParamList& params, const JobExecutorPair& caller) = 0;
 
-protected:
+ protected:
   ~JobCommandUnit() = default;
 };
 
 // With the ways to read a value that commands share.
 class JobCommandUnitEx : public JobCommandUnit {
-protected:
+ protected:
   using JobCommandUnit::JobCommandUnit;
   ~JobCommandUnitEx() = default;
 

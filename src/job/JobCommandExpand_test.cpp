@@ -23,6 +23,18 @@ TEST(JobCommandExpand, RewritesTheBlocksBelow) {
   EXPECT_FALSE(JobTestBed::hasVariable("Name"));
 }
 
+TEST(JobCommandExpand, TheSecondInAValueIsLeftToTheExpander) {
+  const JobTestBed bed;
+  JobTestBed::setVariable("N", "variable");
+  EXPECT_TRUE(JobTestBed::run("Expand {\n N=early\n Foreach {\n  Parameter=$(N) $(N)\n }\n}"));
+  EXPECT_EQ(JobTestBed::variable("Each"), "early variable");
+}
+
+TEST(JobCommandExpand, WhatIsNoKeyOfItStaysForTheCommand) {
+  const JobTestBed bed;
+  EXPECT_EQ(rewritten("Expand {\n N=1\n Define {\n  x=$(N) $(Drop)\n }\n}"), "1 $(Drop)");
+}
+
 TEST(JobCommandExpand, ReplacesOnlyTheFirstInAValue) {
   const JobTestBed bed;
   EXPECT_EQ(rewritten("Expand {\n N=1\n Define {\n  x=$(N)$(N)\n }\n}"), "1$(N)");
@@ -66,8 +78,8 @@ TEST(JobCommandExpand, ReachesEveryLevelAndLeavesTheSourceAlone) {
 
 TEST(JobCommandExpand, ALaterSubstitutionSeesWhatAnEarlierInserted) {
   const JobTestBed bed;
-  // The value of A is a reference made at run time, so that it is not expanded when it is read.
-  EXPECT_EQ(rewritten("Expand {\n A=[$(Code:36)(B)]\n B=done\n Define {\n  x=$(A)\n }\n}"), "[]");
+  EXPECT_EQ(rewritten("Expand {\n A=$\n B=done\n Define {\n  x=$(A)(B)\n }\n}"), "done");
+  EXPECT_EQ(rewritten("Expand {\n B=done\n A=$\n Define {\n  x=$(A)(B)\n }\n}"), "$(B)");
   EXPECT_EQ(rewritten("Expand {\n A=a\n A=b\n Define {\n  x=$(A)$(A)\n }\n}"), "ab");
 }
 

@@ -93,6 +93,22 @@ TEST(JobCommandInputText, ACancelEndsTheRunUnlessItMayNot) {
   show(bed, "InputText {\n NotAbort=False\n 0:Variable=Name\n}", {"typed"}, false, false);
 }
 
+TEST(JobCommandInputText, ACancelInAButtonRunLeavesNoResultBehind) {
+  JobMainDialog bed;
+  std::string seen;
+  bed.user.fill = [](WinInputParameterList&) { return false; };
+  bed.user.onReport = [&] { seen = JobTestBed::variable("Result"); };
+  JobTestBed::setVariable("Result", "before");
+  JobTestBed::addButton("stops", "InputText {\n 0:Variable=Name\n}\nPutMessage {\n Parameter=x\n}");
+  EXPECT_FALSE(JobTestBed::runner().RunButton(0, raw("LButton"), {}));
+  EXPECT_EQ(seen, ""); // nothing ran behind it
+  JobTestBed::addButton("goes on", "InputText {\n NotAbort=True\n 0:Variable=Name\n}\n"
+                                   "PutMessage {\n Parameter=x\n}");
+  EXPECT_TRUE(JobTestBed::runner().RunButton(1, raw("LButton"), {}));
+  EXPECT_EQ(seen, "False");
+  EXPECT_EQ(JobTestBed::variable("Result"), "before");
+}
+
 TEST(JobCommandInputText, WithoutAMainDialogItCountsAsCancelled) {
   const JobTestBed bed;
   EXPECT_FALSE(JobTestBed::run("InputText {\n 0:Variable=Name\n}"));
@@ -141,9 +157,8 @@ TEST(JobCommandInputText, FieldsBeyondTwentyTakeNoPartInHistories) {
 }
 
 TEST(JobCommandInputText, AFaultInAnyKeyStopsItBeforeTheForm) {
-  for (const char* key : {"Parameter", "NotAbort", "0:Variable", "0:Label", "0:Initial", "0:Hints",
-                          "0:NoHint", "0:ReadOnly"}) {
-    if (std::string(key) == "Parameter") continue; // its outcome is overwritten by the next
+  for (const char* key :
+       {"NotAbort", "0:Variable", "0:Label", "0:Initial", "0:Hints", "0:NoHint", "0:ReadOnly"}) {
     JobMainDialog bed;
     bool shown = false;
     bed.user.fill = [&](WinInputParameterList&) { return shown = true; };
@@ -153,6 +168,16 @@ TEST(JobCommandInputText, AFaultInAnyKeyStopsItBeforeTheForm) {
     EXPECT_FALSE(shown);
     EXPECT_EQ(bed.user.reports.size(), 1U) << key;
   }
+}
+
+TEST(JobCommandInputText, AFaultInThePromptIsShownAndTheFormOpens) {
+  JobMainDialog bed;
+  bool shown = false;
+  bed.user.fill = [&](WinInputParameterList&) { return shown = true; };
+  // Its outcome is overwritten by that of NotAbort, which is looked at.
+  EXPECT_TRUE(JobTestBed::run("InputText {\n Parameter=$(\n 0:Variable=A\n}"));
+  EXPECT_TRUE(shown);
+  EXPECT_EQ(bed.user.reports.size(), 1U);
 }
 
 TEST(JobCommandInputText, TheFormStandsInTheLog) {

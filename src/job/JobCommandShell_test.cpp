@@ -166,10 +166,24 @@ TEST(JobCommandOpenFolder, ReportsTheOriginalTextWhereNoPartIsAFolder) {
 }
 
 TEST(JobCommandOpenFolder, AnEmptyPathIsReportedInTheProperPlaces) {
+  for (const char* block : {"OpenFolder", "OpenFolder {\n Parameter=$(None)\n}"}) {
+    const JobTestBed bed;
+    EXPECT_FALSE(JobTestBed::run(block));
+    EXPECT_EQ(bed.dialogs.reports, Lines{"Required parameter is missing !\r\n"
+                                         "  [command] OpenFolder\r\n  [parameter] Parameter"});
+  }
+}
+
+TEST(JobCommandOpenFolder, AFailedLaunchIsSilent) {
   const JobTestBed bed;
-  EXPECT_FALSE(JobTestBed::run("OpenFolder"));
-  EXPECT_EQ(bed.dialogs.reports, Lines{"Required parameter is missing !\r\n"
-                                       "  [command] OpenFolder\r\n  [parameter] Parameter"});
+  HostShell::Scope shell;
+  shell.answer().started = false;
+  const TestFolder folder;
+  EXPECT_FALSE(JobTestBed::run("OpenFolder {\n Parameter=" + bytesOf(folder.path()) +
+                               "\n}\nDefine {\n x=1\n}"));
+  EXPECT_TRUE(bed.dialogs.reports.empty());
+  EXPECT_FALSE(JobTestBed::hasVariable("x"));
+  EXPECT_EQ(shell.openProcesses(), 0);
 }
 
 // --- ToClipboard
@@ -228,7 +242,37 @@ TEST(JobCommandPopupWindow, NoWindowIsReportedWithItsText) {
   }
 }
 
+TEST(JobCommandPopupWindow, AFaultInTheTextFailsItWithTheExpandersReport) {
+  const JobTestBed bed;
+  HostProcesses::Scope processes;
+  processes.addWindow(0x1234, "Notepad", "Untitled");
+  EXPECT_FALSE(JobTestBed::run("PopupWindow {\n Parameter=4660$(\n}"));
+  ASSERT_EQ(bed.dialogs.reports.size(), 1U);
+  EXPECT_EQ(bed.dialogs.reports[0].rfind("Unbalanced variable block !", 0), 0U);
+  EXPECT_EQ(HostProcesses::state().windows[0].raised, 0);
+}
+
 // --- QuitLauncher, RebootLauncher
+
+TEST(JobCommandReboot, TheCodeOfTheRestartStandsInTheHighWord) {
+  struct Dialogs : JobTestDialogs {
+    std::vector<uintptr_t> firsts;
+    std::vector<intptr_t> seconds;
+    void postToMainDialog(uint32_t message, uintptr_t first, intptr_t second) override {
+      JobTestDialogs::postToMainDialog(message, first, second);
+      firsts.push_back(first);
+      seconds.push_back(second);
+    }
+  };
+  const JobTestBed bed;
+  Dialogs dialogs;
+  JobWindowContext::instance().installDialogs(&dialogs);
+  JobWindowContext::instance().dialog = reinterpret_cast<WinLayer::WinDialog*>(&dialogs);
+  EXPECT_TRUE(JobTestBed::run("RebootLauncher\nQuitLauncher"));
+  EXPECT_EQ(dialogs.posted, (std::vector<uint32_t>{0x0111, 0x0010}));
+  EXPECT_EQ(dialogs.firsts, (std::vector<uintptr_t>{0x11000000, 0}));
+  EXPECT_EQ(dialogs.seconds, (std::vector<intptr_t>{0, 0}));
+}
 
 TEST(JobCommandQuit, AsksTheMainDialogAndTheScriptGoesOn) {
   const JobTestBed bed;

@@ -15,7 +15,7 @@ namespace {
 // reader's buffer: nothing of a line is kept but what the tree needs.
 class ConfigLines : public JobParamLines {
  public:
-  explicit ConfigLines(const RawString& path) : file_(path) {}
+  ConfigLines(const RawString& path, int32_t bufferSize) : file_(path, bufferSize) {}
 
   bool open() { return file_.openRead(); }
   bool next() override;
@@ -100,8 +100,7 @@ void readSection(ConfigLines& lines, const Targets& targets) {
   if (line.at(name.end) != ']') return;
   const SectionKind* kind = kindOf(line, name.start);
   if (kind == nullptr) return;
-  const RawString rest =
-      RawString::fromRange(line.encoding(), line, {name.start + kind->prefix.length(), name.end});
+  const RawString rest = lines.value({name.start + kind->prefix.length(), name.end});
   if (kind->makeEntry(targets, rest).Parse(lines)) return;
   JobToolMessage::ReportCommandError("UnbalancedSectionBlocks"_text,
                                      RawString::concat("Section "_text, kind->prefix, rest),
@@ -116,8 +115,8 @@ void JobConfigFile::load(JobSelectorList& selectors, JobButtonList& buttons,
 }
 
 void JobConfigFile::load(const RawString& path, JobSelectorList& selectors, JobButtonList& buttons,
-                         JobActionList& actions) {
-  ConfigLines lines(path);
+                         JobActionList& actions, int32_t bufferSize) {
+  ConfigLines lines(path, bufferSize);
   const Targets targets{selectors, buttons, actions};
   if (lines.open())
     while (lines.nextSection()) readSection(lines, targets);

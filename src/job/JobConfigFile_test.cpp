@@ -3,6 +3,7 @@
 #include "JobTestBed.h"
 #include "JobTrees.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 using namespace JobLayer;
@@ -270,6 +271,27 @@ TEST_F(JobConfigFileTest, AFileThatCannotBeReadToItsEndGivesWhatStoodBefore) {
   // A line longer than the reader's buffer.
   EXPECT_EQ(loaded("[Button:a]\nx=1\n[Button:b]\ny=" + std::string(20000, 'y') + "\n[Button:c]\n"),
             "B:a(x=1);B:b;");
+}
+
+TEST_F(JobConfigFileTest, AFileOfAGigabyteEndsItsReadingEarly) {
+  const RawString path = folder.write("c.ini", "[Button:a]\nx=1\n");
+  std::error_code error;
+  std::filesystem::resize_file(bytesOf(path), std::uintmax_t{1} << 30, error);
+  ASSERT_FALSE(error);
+  JobConfigFile::load(path, data.selectors, data.buttons, data.actions);
+  // The zero bytes make it text of 16 bits, in one line without an end.
+  EXPECT_EQ(all(), "");
+  EXPECT_FALSE(JobDataSaver::save(path, data.buttons, JobButtonList::sectionPrefix()));
+  EXPECT_EQ(std::filesystem::file_size(bytesOf(path), error), std::uintmax_t{1} << 30);
+}
+
+TEST_F(JobConfigFileTest, AFileThatIsLockedLoadsAsEmpty) {
+  const RawString path = folder.write("c.ini", "[Button:a]\n");
+  const RawLayer::RawFileOwner held = RawLayer::openFile(
+      path, RawLayer::RawAccessRead, RawLayer::RawShareNone, RawLayer::RawOpenExisting);
+  ASSERT_TRUE(held.isValid());
+  JobConfigFile::load(path, data.selectors, data.buttons, data.actions);
+  EXPECT_EQ(all(), "");
 }
 
 TEST_F(JobConfigFileTest, BytesThatAreNoTextAreReadAsTheyAre) {

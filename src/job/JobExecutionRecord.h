@@ -7,7 +7,7 @@
 namespace JobLayer {
 
 class JobExecutionRecord {
-public:
+ public:
   // Opens the record of a run or a variable call: active with the log category "U".
   JobExecutionRecord(const JobExecutorPair& user, const JobExecutorPair& executor,
                      const RawString& title);
@@ -25,7 +25,7 @@ public:
   void setResult(bool success); // "Success" or "Failed"
   void close();                 // once; later calls do nothing
 
-private:
+ private:
   void open(const RawString& prefix, const RawString& detail);
   bool active_ = false;
   JobExecutorPair user_;

@@ -37,6 +37,7 @@ bool JobLogStorer::open() {
     accepting_ = isOpen;
   }
   if (isOpen && start()) return true;
+  closeFile();
   const RawLockScope scope(queueLock_);
   accepting_ = false;
   queue_.clear();

@@ -11,6 +11,7 @@
 
 #ifndef _WIN32
 #include "host/HostFaults.h"
+#include "host/HostSystem.h"
 #endif
 
 using namespace JobLayer;
@@ -300,6 +301,27 @@ TEST(JobLogStorer, AWriteThatFailsIsNotNoticed) {
   storer.post("two\r\n"_text);
   storer.stop();
   EXPECT_EQ(filesOf(folder), std::vector<std::string>{"two\r\n"});
+}
+
+// As two processes that start in the same millisecond.
+TEST(JobLogStorer, TheSecondOfOneMomentStaysOffAndSpoilsNothing) {
+  HostSystem::Scope system;
+  system.fixClock({2024, 10, 7, 18, 15, 30, 42}, 0);
+  const TestFolder folder;
+  JobLogStorer first;
+  JobLogStorer second;
+  prepare(first, folder);
+  prepare(second, folder);
+  ASSERT_TRUE(first.open());
+  first.post("one\r\n"_text);
+  EXPECT_FALSE(second.open());
+  EXPECT_EQ(second.path(), first.path());
+  EXPECT_FALSE(second.isAccepting());
+  second.post("lost\r\n"_text);
+  second.stop();
+  first.post("two\r\n"_text);
+  first.stop();
+  EXPECT_EQ(folder.read("Test_20241007_181530_042.log"), "one\r\ntwo\r\n");
 }
 
 TEST(JobLogStorer, StaysOffWhenTheThreadCannotBeMade) {

@@ -18,7 +18,7 @@ class RangedTextLines : public JobParamLines {
     const RawRangedTextUnit* unit = RawRangedTextList::element(node_);
     if (unit == nullptr) return false;
     text_ = &unit->text;
-    range_ = unit->range;
+    range_ = unit->range.clamped(unit->text.length());
     node_ = RawRangedTextList::next(node_);
     return true;
   }

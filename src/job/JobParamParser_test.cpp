@@ -117,6 +117,28 @@ TEST(JobParamParser, ALeadByteSwallowsTheEqualsSignBehindIt) {
   EXPECT_EQ(list.text("c\xC3="_text), "d"_text);
 }
 
+TEST(JobParamParser, ARangePastTheTextIsClamped) {
+  JobTestLines lines("a=b\nc");
+  RawLayer::RawRangedTextList::element(lines.list.first())->range = {-5, 99};
+  RawLayer::RawRangedTextList::element(lines.list.last())->range = {7, 3};
+  JobParamList list;
+  EXPECT_TRUE(list.Parse(lines.list));
+  EXPECT_EQ(treeText(list), "(a=b)()");
+}
+
+TEST(JobParamParser, WideLinesAreParsedInTheirOwnCode) {
+  JobTestLines lines("x");
+  auto* line = RawLayer::RawRangedTextList::element(lines.list.first());
+  line->text = RawString::fromWide(u" k\u3042 \t=\u3042 ");
+  line->range = line->text.trimRange(line->text.all(), RawString::whiteSpace());
+  JobParamList list;
+  ASSERT_TRUE(list.Parse(lines.list));
+  const auto* text = static_cast<JobParamText*>(JobParamList::element(list.first()));
+  EXPECT_EQ(text->key, RawString::fromWide(u"k\u3042"));
+  EXPECT_EQ(text->value, RawString::fromWide(u"\u3042"));
+  EXPECT_EQ(text->value.encoding(), RawLayer::EncodingWide);
+}
+
 TEST(JobParamParser, BlocksNestToTheLimitAndNoDeeper) {
   EXPECT_TRUE(parse(nested(JobParamList::MaxNesting)).balanced);
   const Parsed deeper = parse("x=1\n" + nested(JobParamList::MaxNesting + 1));

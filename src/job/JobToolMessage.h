@@ -7,7 +7,7 @@
 namespace JobLayer {
 
 class JobToolMessage {
-public:
+ public:
   static constexpr int32_t MaxLines = 10;
   struct Line {
     RawString tag;

@@ -12,6 +12,12 @@ bool JobVariableArgument::split(int32_t position) {
                                                      : splitUnits(source.text(), position);
 }
 
+// Most units are none, and are told by one look.
+static bool isMark(uint32_t unit) {
+  constexpr uint64_t marks = 1ULL << '$' | 1ULL << ')' | 1ULL << ':';
+  return unit < 64 && (marks >> unit & 1) != 0;
+}
+
 template <class Unit>
 bool JobVariableArgument::splitUnits(const Unit* units, int32_t position) {
   const int32_t length = source.length();
@@ -19,7 +25,7 @@ bool JobVariableArgument::splitUnits(const Unit* units, int32_t position) {
   Token token{{position + OpeningLength, 0}};
   for (int32_t i = token.range.start; i < length; ++i) {
     const Unit unit = units[i];
-    if (unit > ':') continue; // as most units are: no mark lies above it
+    if (!isMark(unit)) continue;
     if (unit == '$' && i + 1 < length && units[i + 1] == '(') {
       ++depth;
       token.holdsCall = true;
@@ -55,7 +61,7 @@ RawString JobVariableArgument::get(int32_t index, int32_t flags) {
     RawString text = RawString::fromRange(source.encoding(), source, token.range);
     // A text without a call expands to itself.
     if (!token.holdsCall || (flags & Unexpanded) != 0) return text;
-    return expander->expand(text).text;
+    return expander->expand(std::move(text)).text;
   }
   if ((flags & Optional) == 0) {
     reportError("TooFewVariableArguments"_text, callText());

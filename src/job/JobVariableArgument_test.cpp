@@ -9,7 +9,7 @@ namespace {
 // Shows what was expanded, and tells of a fault that nobody may look at.
 class MarkingExpander : public JobVariableArgument::Expander {
  public:
-  JobVariableResult expand(const RawString& text) override {
+  JobVariableResult expand(RawString text) override {
     expanded.push_back(bytesOf(text));
     return {VariableInvalid, RawString::concat("<"_text, text, ">"_text)};
   }

@@ -199,7 +199,7 @@ JobVariableResult JobVariableCalc::evaluate(JobVariableArgument& argument) {
   if (argument.failure != 0) return argument.fault();
   RawString result;
   if (!calculate(expression, result)) return {VariableInvalid, RawString()};
-  return variableText(result);
+  return variableText(std::move(result));
 }
 
 } // namespace JobLayer

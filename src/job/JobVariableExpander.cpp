@@ -47,10 +47,9 @@ JobVariableExpander::JobVariableExpander(JobVariableExpander* outer)
     : table_(outer->table_), isLogged_(outer->isLogged_), outer_(outer), depth_(outer->depth_ + 1) {
 }
 
-JobVariableResult JobVariableExpander::expand(const RawString& source) {
+JobVariableResult JobVariableExpander::expand(RawString text) {
   if (outer_ == nullptr) exhausted_ = false;
   if (exhausted_) return {VariableOverflow, RawString()};
-  RawString text(source);
   int32_t position = findOpening(text, 0);
   for (int32_t replacements = 1; position < text.length(); ++replacements) {
     const int32_t state = expandCall(text, position);

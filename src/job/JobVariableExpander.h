@@ -23,7 +23,7 @@ class JobVariableArgument {
    public:
     // Slot order: destructor, expand, evaluate, isDefined.
     virtual ~Expander() = default;
-    virtual JobVariableResult expand(const RawString& text) = 0;
+    virtual JobVariableResult expand(RawString text) = 0;
     virtual JobVariableResult evaluate(const RawString& name, JobVariableArgument& argument) = 0;
     virtual bool isDefined(const RawString& name) = 0;
   };
@@ -89,7 +89,7 @@ class JobVariableExpander : public JobVariableArgument::Expander {
 
   explicit JobVariableExpander(const JobExecutorPair& caller,
                                JobVariableList& table = JobVariableStore::instance());
-  JobVariableResult expand(const RawString& text) override;
+  JobVariableResult expand(RawString text) override;
   JobVariableResult evaluate(const RawString& name, JobVariableArgument& argument) override;
   bool isDefined(const RawString& name) override;
   // `expand`, with the state stored in the table's last-state slot.

@@ -55,9 +55,9 @@ JobVariableResult JobVariableIsDefined::evaluate(JobVariableArgument& argument) 
 }
 
 static JobVariableResult branch(JobVariableArgument& argument, bool test) {
-  const RawString text = argument.get(test ? 2 : 3);
+  RawString text = argument.get(test ? 2 : 3);
   if (argument.failure != 0) return argument.fault();
-  return variableText(text);
+  return variableText(std::move(text));
 }
 
 JobVariableResult JobVariableCond::evaluate(JobVariableArgument& argument) {

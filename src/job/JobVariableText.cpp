@@ -89,10 +89,10 @@ JobVariableResult JobVariableReplace::evaluate(JobVariableArgument& argument) {
   const RawString from = argument.get(2);
   const RawString to = argument.get(3);
   if (argument.failure != 0) return argument.fault();
-  if (from.isEmpty()) return variableText(text);
+  if (from.isEmpty()) return variableText(std::move(text));
   for (int32_t i = text.find(from); i < text.length(); i = text.find(from))
     text.replaceRange({i, i + from.length()}, to, to.all());
-  return variableText(text);
+  return variableText(std::move(text));
 }
 
 } // namespace JobLayer

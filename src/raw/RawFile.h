@@ -51,8 +51,9 @@ inline bool isFolder(const RawString& path) { // exists and is a folder
 bool deleteFile(const RawString& path);
 // Written through to the disk; never onto an existing file.
 bool moveFile(const RawString& from, const RawString& to);
-// `replacement` takes the place and the attributes of `path`, in one step for any reader. Both
-// exist. An empty backup name keeps no backup.
+// `replacement` takes the place and the attributes of `path`. Both exist. Without a backup name it
+// is one step, for any reader and for a process that is killed in it; with one, the old file gets
+// that name.
 bool replaceFile(const RawString& path, const RawString& replacement,
                  const RawString& backup = RawString::emptyStatic());
 bool createFolder(const RawString& path); // one level

@@ -71,17 +71,35 @@ bool moveFile(const RawString& from, const RawString& to) {
               : MoveFileExA(source.narrow(), target.narrow(), MOVEFILE_WRITE_THROUGH)) != 0;
 }
 
+// The platform's ReplaceFile moves the old file away before it moves the new one in: a process that
+// is killed between the two leaves no file of that name. A rename onto the file has no such moment,
+// but brings no attributes, so they go first.
+static bool renameOnto(const RawString& path, const RawPlatformText& target,
+                       const RawPlatformText& source) {
+  constexpr DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+  const DWORD found = fileAttributes(path);
+  if (found == RawNoAttributes || (found & (RawAttributeReadOnly | RawAttributeFolder)) != 0)
+    return false;
+  DWORD attributes = found & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
+                              FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED);
+  if (attributes == 0) attributes = RawAttributeNormal;
+  if (target.isWide())
+    return SetFileAttributesW(wideOf(source), attributes) != 0 &&
+           MoveFileExW(wideOf(source), wideOf(target), flags) != 0;
+  return SetFileAttributesA(source.narrow(), attributes) != 0 &&
+         MoveFileExA(source.narrow(), target.narrow(), flags) != 0;
+}
+
 bool replaceFile(const RawString& path, const RawString& replacement, const RawString& backup) {
   const int32_t all = RawString::combinePlatformClasses(
       path.classifyForPlatform(), replacement.classifyForPlatform(), backup.classifyForPlatform());
   const RawPlatformText target(path, all);
   const RawPlatformText source(replacement, all);
+  if (backup.isEmpty()) return renameOnto(path, target, source);
   const RawPlatformText kept(backup, all);
   if (target.isWide())
-    return ReplaceFileW(wideOf(target), wideOf(source), backup.isEmpty() ? nullptr : wideOf(kept),
-                        0, nullptr, nullptr) != 0;
-  return ReplaceFileA(target.narrow(), source.narrow(), backup.isEmpty() ? nullptr : kept.narrow(),
-                      0, nullptr, nullptr) != 0;
+    return ReplaceFileW(wideOf(target), wideOf(source), wideOf(kept), 0, nullptr, nullptr) != 0;
+  return ReplaceFileA(target.narrow(), source.narrow(), kept.narrow(), 0, nullptr, nullptr) != 0;
 }
 
 bool createFolder(const RawString& path) {

@@ -5,7 +5,8 @@
 // temporary file (the path and ".tmp") that replaces the old one only when it is whole; encoding
 // and mark are kept. Lines that a save does not own keep their bytes, but every line then ends in
 // CR LF, and a section line ends at its bracket. There is no escaping: a value with a line end in
-// it becomes two lines. No locks here: callers lock. Nothing is reported to the user.
+// it becomes two lines, a key that starts with a bracket a section. No locks here: callers lock.
+// Nothing is reported to the user.
 #pragma once
 
 #include "raw/RawLineFile.h"
@@ -105,6 +106,7 @@ class RawProfileEnumeration {
   // Opens the file in front of its first line, to be copied: lines come as the file's own bytes
   // where a conversion could change them.
   bool openVerbatim();
+  bool goesAlong();
   // The next line of the section at hand, valid up to the next call; null at the following
   // section line or the end.
   const RawString* nextLine();
@@ -117,6 +119,7 @@ class RawProfileEnumeration {
   bool copyOthers(RawLineFile& writer, Saver& saver, const RawString& prefix);
 
   std::unique_ptr<RawLineFile> reader_;
+  std::unique_ptr<RawProfileEnumeration> asRead_; // only while lines come as they stand
   bool hasSection_ = false;
 };
 

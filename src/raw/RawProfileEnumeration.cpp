@@ -75,36 +75,47 @@ bool RawProfileEnumeration::open() {
 }
 
 // A conversion to text and back may change bytes: Shift-JIS has two codes for some characters, and
-// other code pages pass for it. So such a file is read as text first, which decides whether it can
-// be read to its end, and then as it stands.
+// other code pages pass for it. So the lines of such a file come as they stand, while a second
+// reader goes along that sees the file as loadSection does.
 bool RawProfileEnumeration::openVerbatim() {
   if (!openFile()) return false;
   if (!isConverted(encoding)) return true;
-  while (reader_->nextLine().valid) continue;
-  if (close() != RawLineFile::Closed) return false;
+  asRead_ = std::make_unique<RawProfileEnumeration>(path, bufferSize);
   const int32_t size = std::min(bufferSize, RawBlockReader::MaximumBlockSize / VerbatimFactor);
   reader_ = std::make_unique<RawLineFile>(path, size * VerbatimFactor);
   reader_->options = RawLineFile::KeepEncoding;
-  return reader_->openRead();
+  return asRead_->open() && reader_->openRead();
+}
+
+// False when the second reader is not at the same section: a byte that is no character may swallow
+// a line end, and then a section stands in the bytes that reading does not show. What was loaded is
+// not what a save would replace.
+bool RawProfileEnumeration::goesAlong() {
+  if (!asRead_) return true;
+  const bool same =
+      asRead_->hasSection_ == hasSection_ && asRead_->currentSection.equals(currentSection);
+  if (hasSection_) asRead_->passSection();
+  return same;
 }
 
 int32_t RawProfileEnumeration::close() {
   reader_->close();
   hasSection_ = false;
-  return reader_->state;
+  const int32_t stateAsRead =
+      asRead_ ? asRead_->close() : static_cast<int32_t>(RawLineFile::Closed);
+  asRead_.reset();
+  return reader_->state != RawLineFile::Closed ? reader_->state : stateAsRead;
 }
 
 const RawString* RawProfileEnumeration::nextLine() {
   const RawLineRecord& line = reader_->nextLine();
   hasSection_ = line.valid && firstUnit(line.text) == OpeningBracket;
   if (line.valid && !hasSection_) return &line.text;
-  const RawString text = asText(line.text);
-  // A name that could not be converted must not be taken for an empty one.
-  if (hasSection_ && text.isEmpty()) {
+  currentSection = sectionName(asText(line.text));
+  if (!goesAlong()) {
     reader_->state = RawLineFile::ConversionFailed;
     hasSection_ = false;
   }
-  currentSection = sectionName(text);
   return nullptr;
 }
 

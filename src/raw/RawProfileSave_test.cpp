@@ -187,21 +187,20 @@ TEST(RawProfileSave, AsciiFileTakesAnyText) {
             "[a]\r\nb=c\r\n[s]\r\nk=\xF0\x9F\x98\x80\r\n\r\n");
 }
 
-TEST(RawProfileSave, LongLinesInAnyEncodingAreCopied) {
-  // As much as the reading lets through: a tail of a block less one, and what follows it.
-  string text = "\xE3\x81\x82\r\n[a]\r\n";
-  for (const std::size_t length : {4000u, 8100u, 8190u, 11000u, 12000u})
-    text += string(length, 'x') + "\r\n";
-  for (const int32_t encoding : {EncodingUtf16Be, EncodingUtf16Le}) {
-    const TestFolder folder;
-    const string mark = markBytes(encoding);
-    RawProfile profile(folder.write(fileName, mark + inCode(encoding, text)));
-    sectionOf(profile, "a");
-    const bool readable = profile.readState == RawLineFile::Closed;
-    EXPECT_EQ(profile.saveSection(RawParameterList(), "s"_text), readable);
-    EXPECT_EQ(folder.read(fileName),
-              mark + inCode(encoding, readable ? text + "[s]\r\n\r\n" : text));
-  }
+TEST(RawProfileSave, LinesAsLongAsCanBeReadAreCopied) {
+  for (const int32_t encoding : {EncodingUtf16Be, EncodingUtf16Le})
+    for (const std::size_t length : {4000u, 5000u, 8191u, 9000u, 12000u, 12300u}) {
+      const TestFolder folder;
+      const string mark = markBytes(encoding);
+      const string text = "[a]\r\n" + string(length, 'x') + "\r\n";
+      RawProfile profile(folder.write(fileName, mark + inCode(encoding, text)));
+      const bool readable = length < 12288; // a block less one, and what the next one adds
+      sectionOf(profile, "a");
+      EXPECT_EQ(profile.readState == RawLineFile::Closed, readable) << length;
+      EXPECT_EQ(profile.saveSection(RawParameterList(), "s"_text), readable) << length;
+      EXPECT_EQ(folder.read(fileName),
+                mark + inCode(encoding, readable ? text + "[s]\r\n\r\n" : text));
+    }
 }
 
 TEST(RawProfileSave, SmallBuffersSaveTheSame) {
@@ -226,6 +225,14 @@ TEST(RawProfileSave, FileThatCannotBeReadToItsEndIsRefused) {
   expectRefused("\x82\xA0\r\n[s]\r\nk=1\r\nm=" + string(9000, '\xB1') + "\r\n[t]\r\n");
 }
 
+TEST(RawProfileSave, SectionThatOnlyTheBytesShowIsNotReplaced) {
+  // In Shift-JIS, as which these bytes pass, 0xE9 takes the line end with it.
+  expectRefused("\x82\xA0\n// caf\xE9\n[s]\nk=1\nm=3\n");
+  expectRefused("\x82\xA0\n[s]\nk=1\n[t\xE9\n[u]\nm=3\n");
+  const string file = "\x82\xA0\r\n// caf\xE9\r\n[a]\r\nb=c\xE9\r\n";
+  EXPECT_EQ(saved(file, "s", RawParameterList()), file + "[s]\r\n\r\n");
+}
+
 TEST(RawProfileSave, LockedFileIsRefused) {
   const TestFolder folder;
   RawProfile profile(folder.write(fileName, "[s]\r\nk=1\r\n"));
@@ -233,6 +240,7 @@ TEST(RawProfileSave, LockedFileIsRefused) {
   ASSERT_TRUE(holder);
   EXPECT_FALSE(profile.saveSection(listOf({{"k", "2"}}), "s"_text));
   EXPECT_FALSE(profile.writeValue("s"_text, "k"_text, "2"_text));
+  EXPECT_FALSE(folder.has("a.ini.tmp"));
   holder.reset();
   EXPECT_EQ(folder.read(fileName), "[s]\r\nk=1\r\n");
 }

@@ -1,5 +1,6 @@
 #include "raw/RawRegion.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <new>
@@ -8,8 +9,10 @@ namespace RawLayer {
 
 namespace {
 
-constexpr std::size_t BlockSize = 16 * 1024;
-constexpr std::size_t LargestPiece = 1024; // larger ones would waste the ends of blocks
+// Each block of a region is twice as large as the one before, up to the largest.
+constexpr std::size_t FirstBlock = 4 * 1024;
+constexpr std::size_t LargestBlock = 64 * 1024;
+constexpr std::size_t LargestPiece = FirstBlock / 4; // larger ones would waste the ends of blocks
 
 // While a region cuts pieces from a block, the block's count is that much too high: taking a piece
 // counts in the region alone, and the block cannot go before the region has left it.
@@ -32,10 +35,12 @@ void* RawRegion::takeAlone(std::size_t size) {
 void* RawRegion::takeElsewhere(std::size_t size) {
   if (size > LargestPiece) return takeAlone(size);
   leaveBlock();
-  auto* memory = static_cast<unsigned char*>(memoryOf(BlockSize));
+  blockSize_ = blockSize_ == 0 ? FirstBlock : std::min(blockSize_ * 2, LargestBlock);
+  auto* memory = static_cast<unsigned char*>(memoryOf(blockSize_));
+  static_assert(sizeof(Block) <= alignment);
   block_ = new (memory) Block{InUse};
   next_ = memory + alignment;
-  left_ = BlockSize - alignment;
+  left_ = blockSize_ - alignment;
   return take(size);
 }
 

@@ -2,8 +2,8 @@
 // file that is read. Taking a piece costs an addition instead of a call to the runtime's heap.
 //
 // Pieces are cut from blocks. A piece outlives its region and may be given back by any thread at
-// any time; a block goes with the last piece in it, so one piece that stays keeps its block (16
-// KB). A region itself serves one thread. Memory that cannot be had ends the process.
+// any time; a block goes with the last piece in it, so one piece that stays keeps its block (64
+// KB at most). A region itself serves one thread. Memory that cannot be had ends the process.
 //
 // Under the address sanitizer each piece is an allocation of its own, so that no fault hides.
 //
@@ -61,6 +61,7 @@ class RawRegion {
   Block* block_ = nullptr;
   unsigned char* next_ = nullptr;
   std::size_t left_ = 0;
+  std::size_t blockSize_ = 0;
   int32_t taken_ = 0;
 };
 

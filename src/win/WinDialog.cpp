@@ -2,6 +2,7 @@
 #include "win/WinDialog.h"
 
 #include "raw/RawStringList.h"
+#include "raw/RawWindows.h"
 
 namespace WinLayer {
 
@@ -52,18 +53,13 @@ WinDialog::WinDialog() {
 WinDialog::~WinDialog() {
   if (window) DestroyWindow(window);
   window = nullptr;
-  standingDialogs().removeView(*this);
+  leaveStanding();
 }
 
 void WinDialog::Create() {
   registerClass(className, bigIconId, smallIconId);
   standingDialogs().removeView(*this);
-  {
-    // The identifier of a top-level view means nothing: 0 stands for the dialog itself.
-    WinViewList& dialogs = standingDialogs();
-    const RawLockScope scope(dialogs.lock);
-    dialogs.append(this);
-  }
+  standingDialogs().addAsItIs(*this);
   const RawString wideClass = className.shareAs(RawLayer::EncodingWide);
   const RawString wideTitle = GetTitle().shareAs(RawLayer::EncodingWide);
   const HWND created = CreateWindowExW(extendedStyle, wideUnits(wideClass), wideUnits(wideTitle),
@@ -71,11 +67,10 @@ void WinDialog::Create() {
                                        nullptr, nullptr, instance(), static_cast<WinView*>(this));
   if (!created) {
     window = nullptr;
-    standingDialogs().removeView(*this);
+    leaveStanding();
     return;
   }
   dialogFlags = static_cast<uint16_t>(dialogFlags & ~ChildWantsKeys);
-  SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(fontHandle()), FALSE);
   ShowWindow(window, showCommand);
   UpdateWindow(window);
   {
@@ -118,11 +113,12 @@ int32_t WinDialog::RunModal(WinView* ownerView) {
   RunLoop();
   if (top) {
     top->setBlockingWindow(nullptr);
-    // What it did not paint while it was blocked, it paints now.
-    top->invalidate();
-    if (top->window)
+    // What it and its children did not paint while it was blocked, they paint now.
+    if (top->window) {
+      RedrawWindow(top->window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
       SendMessageW(top->window, WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(top->window),
                    ClickedClient);
+    }
     if (ownerView->window) SetFocus(ownerView->window);
   }
   return result;
@@ -136,7 +132,7 @@ void WinDialog::Show(WPARAM wParam, LPARAM lParam) {
   }
   ShowWindow(window, SW_SHOWNORMAL);
   SetForegroundWindow(window);
-  forceForeground(window);
+  RawLayer::popupWindow(reinterpret_cast<uintptr_t>(window));
   if (const HWND blocking = blockingWindow())
     PostMessageW(blocking, WinMessageShow, wParam, lParam);
 }
@@ -167,7 +163,7 @@ LRESULT CALLBACK WinDialog::WindowProcedure(HWND window, UINT message, WPARAM wP
   WinView* view = standingDialogs().findWindow(window);
   if (!view && (message == WM_NCCREATE || message == WM_CREATE)) {
     view = static_cast<WinView*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-    view->bindWindow(window);
+    if (view) standingDialogs().bindWindow(*view, window);
   }
   if (!view) return DefWindowProcW(window, message, wParam, lParam);
 
@@ -176,17 +172,6 @@ LRESULT CALLBACK WinDialog::WindowProcedure(HWND window, UINT message, WPARAM wP
   const int32_t result = blocking ? dialog->blockedHandler(blocking, message, wParam, lParam)
                                   : dialog->normalHandler(message, wParam, lParam);
   return result == WinNotHandled ? DefWindowProcW(window, message, wParam, lParam) : result;
-}
-
-void forceForeground(HWND window) {
-  const DWORD own = GetCurrentThreadId();
-  for (HWND front; (front = GetForegroundWindow()) != window && IsWindow(window);) {
-    const DWORD thread = GetWindowThreadProcessId(front, nullptr);
-    AttachThreadInput(own, thread, TRUE);
-    SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-    SetForegroundWindow(window);
-    AttachThreadInput(own, thread, FALSE);
-  }
 }
 
 } // namespace WinLayer

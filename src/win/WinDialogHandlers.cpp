@@ -14,7 +14,11 @@ namespace {
 constexpr int32_t Swallowed = -1;
 constexpr UINT FlashCount = 5;
 
-void flash(HWND window) {
+// The modal dialog comes to the front again and makes itself seen.
+void callBack(HWND window) {
+  SendMessageW(window, WM_MOUSEACTIVATE, 0, 0);
+  SetForegroundWindow(window);
+  MessageBeep(0);
   FLASHWINFO record{};
   record.cbSize = sizeof record;
   record.hwnd = window;
@@ -32,15 +36,12 @@ int32_t WinDialog::blockedHandler(HWND blocking, UINT message, WPARAM wParam, LP
   case WM_NCLBUTTONUP:
     return OnMessage(message, wParam, lParam);
   case WM_MOUSEACTIVATE:
+    // The activation changes the order of the windows, which calls the modal dialog back to the
+    // front; the press itself reaches nobody.
     PostMessageW(blocking, WinMessageRemind, 0, 0);
-    return MA_NOACTIVATEANDEAT;
+    return MA_ACTIVATEANDEAT;
   case WM_WINDOWPOSCHANGED:
-    if (!(reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_NOZORDER)) {
-      SendMessageW(blocking, WM_MOUSEACTIVATE, 0, 0);
-      SetForegroundWindow(blocking);
-      MessageBeep(0);
-      flash(blocking);
-    }
+    if (!(reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_NOZORDER)) callBack(blocking);
     return OnMessage(message, wParam, lParam);
   case WinMessageRemind:
     PostMessageW(blocking, WinMessageRemind, 0, 0);
@@ -49,11 +50,15 @@ int32_t WinDialog::blockedHandler(HWND blocking, UINT message, WPARAM wParam, LP
     Show(wParam, lParam);
     return 0;
   case WM_PAINT:
-    // Nothing is drawn, but the platform must not ask again and again; it is drawn afterwards.
-    ValidateRect(window, nullptr);
+    // Nothing is drawn, but the platform must not ask again and again; it is drawn afterwards. The
+    // children still paint themselves.
+    RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_NOCHILDREN);
     return Swallowed;
   case WM_NCHITTEST: // what the pointer is on, else it would fall through to what lies behind
-  case WM_NCDESTROY:
+    return WinNotHandled;
+  case WM_NCDESTROY: // its owner ended it all the same: its loop has nothing left to serve
+    leaveStanding();
+    window = nullptr;
     return WinNotHandled;
   default:
     return Swallowed;
@@ -82,28 +87,17 @@ int32_t WinDialog::normalHandler(UINT message, WPARAM wParam, LPARAM lParam) {
   case WM_GETMINMAXINFO:
     return handleMinMaxInfo(wParam, lParam);
   case WM_DRAWITEM:
-  case WM_MEASUREITEM: {
-    WinView* child = wParam ? children.findIdentifier(static_cast<uint32_t>(wParam)) : this;
-    const int32_t answer = child ? child->OnMessage(message, wParam, lParam) : WinNotHandled;
-    return answer == WinNotHandled ? 0 : answer;
-  }
+  case WM_MEASUREITEM:
+    return handleChildPaint(message, wParam, lParam);
   case WM_COMMAND: {
     WinView* child = children.findIdentifier(LOWORD(wParam));
     return (child ? child : this)->OnChildNotify(HIWORD(wParam));
   }
   case WM_CTLCOLOREDIT:
-  case WM_CTLCOLORSTATIC: {
-    WinView* child = children.findWindow(reinterpret_cast<HWND>(lParam));
-    const int32_t answer = child ? child->OnMessage(message, wParam, lParam) : WinNotHandled;
-    return answer == WinNotHandled ? Dispatch(message, wParam, lParam) : answer;
-  }
+  case WM_CTLCOLORSTATIC:
+    return handleChildColour(message, wParam, lParam);
   case WM_PARENTNOTIFY:
-    if (LOWORD(wParam) == WM_DESTROY) {
-      if (WinView* child = children.findIdentifier(HIWORD(wParam))) {
-        child->OnDestroyed();
-        children.remove(HIWORD(wParam));
-      }
-    }
+    if (LOWORD(wParam) == WM_DESTROY) handleChildGone(HIWORD(wParam));
     return Dispatch(message, wParam, lParam);
   case WinMessageShow:
     Show(wParam, lParam);
@@ -116,11 +110,35 @@ int32_t WinDialog::normalHandler(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
+// The platform's own drawing ends here, whoever answers. Menus have the identifier 0.
+int32_t WinDialog::handleChildPaint(UINT message, WPARAM wParam, LPARAM lParam) {
+  WinView* view = wParam ? children.findIdentifier(static_cast<uint32_t>(wParam)) : this;
+  const int32_t answer = view ? view->OnMessage(message, wParam, lParam) : WinNotHandled;
+  return answer == WinNotHandled ? 0 : answer;
+}
+
+int32_t WinDialog::handleChildColour(UINT message, WPARAM wParam, LPARAM lParam) {
+  WinView* child = children.findWindow(reinterpret_cast<HWND>(lParam));
+  const int32_t answer = child ? child->OnMessage(message, wParam, lParam) : WinNotHandled;
+  return answer == WinNotHandled ? Dispatch(message, wParam, lParam) : answer;
+}
+
+void WinDialog::handleChildGone(uint32_t childId) {
+  WinView* child = children.findIdentifier(childId);
+  if (!child) return;
+  child->OnDestroyed();
+  children.remove(childId);
+}
+
 int32_t WinDialog::handleDestroy() {
   OnShowState(state, Destroying);
   {
     const RawLockScope scope(children.lock);
-    for (WinView& child : children.elements()) child.OnDestroyed();
+    for (RawListNode* node = children.first(); !children.isEnd(node);) {
+      RawListNode* const following = children.next(node); // it may take itself off
+      children.element(node)->OnDestroyed();
+      node = following;
+    }
   }
   children.removeAll();
   OnDestroyed();
@@ -164,29 +182,40 @@ int32_t WinDialog::handlePaint(WPARAM wParam, LPARAM lParam) {
 int32_t WinDialog::handleMinMaxInfo(WPARAM wParam, LPARAM lParam) {
   if (state != Minimised) {
     normalRect = rect;
-    if (!IsIconic(window) && OnMessage(WM_GETMINMAXINFO, wParam, lParam) == WinNotHandled) {
-      const WinRect frame = windowRect();
-      const WinRect inner = clientRect();
-      RECT work{};
-      SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-      const WinSize size{frame.width(), frame.height()};
-      const auto grown = [](int32_t now, int32_t then, int32_t limit) {
-        return std::clamp(now - then, 0, std::max(limit, 0));
-      };
-      WinSize shrink{grown(inner.width(), client.saved.width(), size.width),
-                     grown(inner.height(), client.saved.height(), size.height)};
-      WinSize growth{std::max(rectOf(work).width() - size.width, 0),
-                     std::max(rectOf(work).height() - size.height, 0)};
-      OnMinMaxInfo(shrink, growth);
-      auto* limits = reinterpret_cast<MINMAXINFO*>(lParam);
-      limits->ptMinTrackSize = {size.width - shrink.width, size.height - shrink.height};
-      limits->ptMaxTrackSize = {size.width + growth.width, size.height + growth.height};
-    }
+    if (!IsIconic(window) && OnMessage(WM_GETMINMAXINFO, wParam, lParam) == WinNotHandled)
+      limitSizes(*reinterpret_cast<MINMAXINFO*>(lParam));
   }
   return Dispatch(WM_GETMINMAXINFO, wParam, lParam);
 }
 
+// The window may lose what its client has won since it was set from outside, and fill the screen.
+void WinDialog::limitSizes(MINMAXINFO& limits) {
+  const WinRect frame = windowRect();
+  const WinRect inner = clientRect();
+  const WinSize size{frame.width(), frame.height()};
+  RECT work{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  const auto won = [](int32_t now, int32_t then, int32_t limit) {
+    return std::clamp(now - then, 0, std::max(limit, 0));
+  };
+  WinSize shrink{won(inner.width(), client.saved.width(), size.width),
+                 won(inner.height(), client.saved.height(), size.height)};
+  WinSize growth{std::max(rectOf(work).width() - size.width, 0),
+                 std::max(rectOf(work).height() - size.height, 0)};
+  OnMinMaxInfo(shrink, growth);
+  limits.ptMinTrackSize = {size.width - shrink.width, size.height - shrink.height};
+  limits.ptMaxTrackSize = {size.width + growth.width, size.height + growth.height};
+}
+
+// The walk passes the ring's sentinel like a child that takes no focus, and so wraps.
 void WinDialog::moveFocus(uint32_t childId, bool backwards) {
+  const auto step = [this, backwards](const RawListNode* node) {
+    return backwards ? children.previous(node) : children.next(node);
+  };
+  const auto takesFocus = [](const WinView* view) {
+    return view && view->window && !(view->viewFlags & NotSubclassed) &&
+           IsWindowEnabled(view->window);
+  };
   HWND target = nullptr;
   {
     const RawLockScope scope(children.lock);
@@ -194,16 +223,9 @@ void WinDialog::moveFocus(uint32_t childId, bool backwards) {
     while (!children.isEnd(start) && children.element(start)->identifier != childId)
       start = children.next(start);
     if (children.isEnd(start)) return;
-    RawListNode* node = start;
-    do {
-      node = backwards ? children.previous(node) : children.next(node);
-      if (children.isEnd(node)) continue; // the sentinel closes the ring: the walk wraps
-      const WinView* child = children.element(node);
-      if (child->window && !(child->viewFlags & NotSubclassed) && IsWindowEnabled(child->window)) {
-        target = child->window;
-        break;
-      }
-    } while (node != start);
+    RawListNode* node = step(start);
+    while (node != start && !takesFocus(children.element(node))) node = step(node);
+    if (node != start) target = children.element(node)->window;
   }
   if (target) SetFocus(target);
 }

@@ -32,9 +32,11 @@ class WinFitRect {
 
   // Sets the rectangle from outside.
   void set(const WinRect& newRect);
-  // Follows `newParent` from its present rectangle on.
+  // Follows `newParent` from its present rectangle on; null follows nothing.
   void bind(const WinFitRect* newParent, uint16_t newAnchors);
-  // Adds the parent's changes since the last time; false without a parent.
+  // Adds the parent's changes since the last time, of which the parent's rectangle is remembered
+  // even when no anchor takes any. False, with nothing changed, without a parent. Nothing keeps a
+  // rectangle from turning inside out when its parent shrinks too far.
   bool ApplyAnchors();
 };
 

@@ -96,30 +96,29 @@ void WinFont::setSystemDefault() {
 namespace {
 
 // A font of the windows: the system's own, changed by the keys of its section.
-WinFont& sectionFont(WinFont& font, const RawParameterList& section) {
-  if (!font.handle()) {
-    font.setSystemDefault();
-    font.read(section);
-    font.create();
+struct SectionFont : WinFont {
+  explicit SectionFont(const RawParameterList& section) {
+    setSystemDefault();
+    read(section);
+    create();
   }
-  return font;
-}
+};
 
 } // namespace
 
 WinFont& WinFont::window() {
-  static WinFont font;
-  return sectionFont(font, WindowMetrics::instance().windowFont);
+  static SectionFont font(WindowMetrics::instance().windowFont);
+  return font;
 }
 
 WinFont& WinFont::menu() {
-  static WinFont font;
-  return sectionFont(font, WindowMetrics::instance().menuFont);
+  static SectionFont font(WindowMetrics::instance().menuFont);
+  return font;
 }
 
 WinFont& WinFont::tip() {
-  static WinFont font;
-  return sectionFont(font, WindowMetrics::instance().tipFont);
+  static SectionFont font(WindowMetrics::instance().tipFont);
+  return font;
 }
 
 } // namespace WinLayer

@@ -78,9 +78,10 @@ inline WinRect rectOf(const RECT& rect) {
   return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
-// Fills and frames with a solid colour, without a brush left behind.
+// Fills and frames with a solid colour, right and bottom edge excluded, without a brush left
+// behind. An empty rectangle draws nothing.
 void fillRect(HDC dc, const WinRect& rect, COLORREF colour);
-void frameRect(HDC dc, const WinRect& rect, COLORREF colour); // one pixel wide
+void frameRect(HDC dc, const WinRect& rect, COLORREF colour); // one pixel wide, inside
 
 // A surface in memory of the size of a rectangle, to be copied to its context in one step. Keeps
 // its bitmap for the next use while it is big enough.
@@ -91,7 +92,9 @@ class WinOffscreen {
   WinOffscreen(const WinOffscreen&) = delete;
   WinOffscreen& operator=(const WinOffscreen&) = delete;
 
-  // The context to draw into, with the rectangle's left top at (0, 0); null when there is none.
+  // The context to draw into, with the rectangle's left top at (0, 0); what stood there before is
+  // still there. Null for an empty size or when the platform has no memory: then `end` must not
+  // be called.
   HDC begin(HDC target, WinSize size);
   // Copies the surface to `place` in the target that `begin` was given.
   void end(WinPoint place);

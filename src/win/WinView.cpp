@@ -13,108 +13,23 @@ namespace WinLayer {
 namespace {
 
 constexpr int32_t MeasureLimit = 0x7FFF;
-constexpr int TabLength = 4;
 
-DRAWTEXTPARAMS textParameters() {
-  DRAWTEXTPARAMS parameters{};
-  parameters.cbSize = sizeof parameters;
-  parameters.iTabLength = TabLength;
-  return parameters;
+bool isInput(UINT message) {
+  return (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
+         (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_CONTEXTMENU ||
+         message == WM_DROPFILES || message == WM_MOUSEHOVER;
 }
 
 } // namespace
 
-WinRect measureText(HDC dc, const RawString& text, const WinRect& box, UINT format) {
-  const RawString wide = text.shareAs(RawLayer::EncodingWide);
-  RECT area = platformRect(box);
-  DRAWTEXTPARAMS parameters = textParameters();
-  // The call never writes into the text without DT_MODIFYSTRING.
-  DrawTextExW(dc, const_cast<wchar_t*>(wideUnits(wide)), wide.length(), &area, format | DT_CALCRECT,
-              &parameters);
-  return rectOf(area);
-}
-
-void drawText(HDC dc, const RawString& text, const WinRect& box, UINT format) {
-  const RawString wide = text.shareAs(RawLayer::EncodingWide);
-  RECT area = platformRect(box);
-  DRAWTEXTPARAMS parameters = textParameters();
-  DrawTextExW(dc, const_cast<wchar_t*>(wideUnits(wide)), wide.length(), &area, format, &parameters);
-}
-
-UINT textFormat(uint16_t fitFlags) {
-  UINT format = (fitFlags & WinViewFitting::TextWrapped)
-                    ? DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL
-                    : DT_NOPREFIX;
-  if (fitFlags & WinViewFitting::TextRight) format |= DT_RIGHT;
-  if (fitFlags & WinViewFitting::TextCentre) format |= DT_CENTER;
-  return format;
-}
-
-// --- Title, style and font
-
-RawString WinViewStyle::GetTitle() const {
-  return title_.shareAs(RawLayer::EncodingUtf8);
-}
-
-void WinViewStyle::ClearTitle() {
-  title_.release();
-  ++titleRevision;
-}
-
-void WinViewStyle::SetTitle(const RawString& text) {
-  title_ = text;
-  ++titleRevision;
-}
-
-void WinViewStyle::AppendTitle(const RawString& text) {
-  title_.append(text.shareAs(title_.encoding()));
-  ++titleRevision;
-}
-
-HFONT WinViewStyle::fontHandle() const {
-  for (const WinViewStyle* each = this; each; each = each->styleParent)
-    if (each->font) return each->font->handle();
-  return WinFont::window().handle();
-}
-
-HINSTANCE WinViewStyle::instance() {
-  return GetModuleHandleW(nullptr);
-}
-
-COLORREF WinViewStyle::windowTextColour() {
-  static const COLORREF colour = GetSysColor(COLOR_WINDOWTEXT);
-  return colour;
-}
-
-COLORREF WinViewStyle::dialogColour() {
-  static const COLORREF colour = GetSysColor(COLOR_3DFACE);
-  return colour;
-}
-
 // --- Measuring
-
-void WinViewFitting::FitToContent() {
-  WinRect area;
-  MeasureText(area);
-  clientWidth = area.width();
-  clientHeight = area.height();
-  area.left -= margins.left;
-  area.top -= margins.top;
-  area.right += margins.right;
-  area.bottom += margins.bottom;
-  AdjustFrame(area);
-  windowWidth = area.width();
-  windowHeight = area.height();
-}
 
 void WinView::MeasureText(WinRect& area) {
   const WinWindowDc dc(window);
   const WinSelect selected(dc.get(), fontHandle());
-  const UINT format =
-      (fitFlags & TextWrapped) ? DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL : DT_NOPREFIX;
   const RawString title = GetTitle();
   area = measureText(dc.get(), title.isEmpty() ? "A"_text : title,
-                     {0, 0, MeasureLimit, MeasureLimit}, format);
+                     {0, 0, MeasureLimit, MeasureLimit}, textFormat(fitFlags & TextWrapped));
   if (title.isEmpty()) area.right = area.left;
 }
 
@@ -129,21 +44,16 @@ void WinView::AdjustFrame(WinRect& area) {
 
 // --- The window
 
-void WinViewAction::setBlockingWindow(HWND blocking) {
-  const RawLayer::RawLockScope scope(lock_);
-  blockingWindow_ = blocking;
-}
-
-HWND WinViewAction::blockingWindow() {
-  const RawLayer::RawLockScope scope(lock_);
-  return blockingWindow_;
-}
-
 WinView::~WinView() {
-  if (window && owner) {
-    RemoveWindowSubclass(window, SubclassProcedure, identifier);
-    DestroyWindow(window);
-  }
+  if (!window || !owner) return;
+  RemoveWindowSubclass(window, SubclassProcedure, identifier);
+  DestroyWindow(window);
+  leaveOwner();
+}
+
+// A blocked dialog is not told of the end of its children, and must not keep a view that is gone.
+void WinView::leaveOwner() {
+  if (owner) owner->children.removeView(*this);
 }
 
 void WinView::Create(WinDialog& dialog) {
@@ -174,14 +84,8 @@ int32_t WinView::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
   return own;
 }
 
-bool WinView::swallowsInput(UINT message, WPARAM wParam) {
-  if (!owner || !owner->blockingWindow()) return false;
-  const bool isInput = (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
-                       (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
-                       message == WM_CONTEXTMENU || message == WM_DROPFILES ||
-                       message == WM_MOUSEHOVER;
-  if (message == WM_DROPFILES) DragFinish(reinterpret_cast<HDROP>(wParam));
-  return isInput;
+bool WinView::isBlocked() const {
+  return owner && owner->blockingWindow();
 }
 
 LRESULT CALLBACK WinView::SubclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
@@ -190,14 +94,20 @@ LRESULT CALLBACK WinView::SubclassProcedure(HWND window, UINT message, WPARAM wP
   if (message == WM_NCDESTROY) {
     RemoveWindowSubclass(window, SubclassProcedure, id);
     view->window = nullptr;
+    view->leaveOwner();
     return DefSubclassProc(window, message, wParam, lParam);
   }
-  if (view->swallowsInput(message, wParam)) return 0;
+  if (isInput(message) && view->isBlocked()) {
+    if (message == WM_DROPFILES) DragFinish(reinterpret_cast<HDROP>(wParam));
+    return 0;
+  }
   const bool isPress = message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN;
   if (isPress && !(view->viewFlags & NotSubclassed) && GetFocus() != window) SetFocus(window);
   const int32_t result = view->Dispatch(message, wParam, lParam);
   return result == WinNotHandled ? DefSubclassProc(window, message, wParam, lParam) : result;
 }
+
+// --- The base operations
 
 int32_t WinView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
@@ -206,9 +116,10 @@ int32_t WinView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   case WinMessageMenuResult:
     return OnMenuCommand(static_cast<uint32_t>(wParam), lParam);
   case WM_KEYDOWN:
-    if (wParam == VK_TAB && owner) {
-      SendMessageW(owner->window, WinMessageMoveFocus, identifier,
-                   GetKeyState(VK_SHIFT) < 0 ? 1 : 0);
+    if (wParam == VK_TAB) {
+      if (owner)
+        SendMessageW(owner->window, WinMessageMoveFocus, identifier,
+                     GetKeyState(VK_SHIFT) < 0 ? 1 : 0);
       return 0;
     }
     if (wParam == VK_ESCAPE) {
@@ -242,6 +153,8 @@ bool WinView::OnMinMaxInfo(WinSize&, WinSize&) {
 }
 
 void WinView::OnShowState(int32_t, int32_t) {}
+
+// --- Hooks and small services
 
 void WinView::addHook(WinViewHook& hook) {
   hooks.append(&hook);

@@ -1,4 +1,4 @@
-#include "win/WinDialog.h"
+#include "win/WinViewList.h"
 
 namespace WinLayer {
 
@@ -11,7 +11,18 @@ void WinViewList::add(WinView& view) {
   append(&view);
 }
 
+void WinViewList::addAsItIs(WinView& view) {
+  const RawLockScope scope(lock);
+  append(&view);
+}
+
+void WinViewList::bindWindow(WinView& view, HWND window) {
+  const RawLockScope scope(lock);
+  view.window = window;
+}
+
 WinView* WinViewList::findWindow(HWND window) {
+  if (!window) return nullptr; // else a view that has none would be found
   const RawLockScope scope(lock);
   for (WinView& view : elements())
     if (view.window == window) return &view;
@@ -22,13 +33,6 @@ WinView* WinViewList::findIdentifier(uint32_t identifier) {
   const RawLockScope scope(lock);
   for (WinView& view : elements())
     if (view.identifier == identifier) return &view;
-  return nullptr;
-}
-
-WinView* WinViewList::findClass(const RawString& className) {
-  const RawLockScope scope(lock);
-  for (WinView& view : elements())
-    if (view.className.equals(className)) return &view;
   return nullptr;
 }
 
@@ -44,6 +48,8 @@ void WinViewList::removeView(const WinView& view) {
     if (element(node) == &view) return erase(node);
 }
 
+// A WM_COMMAND has 16 bits for an identifier, which a dialog that is opened again and again would
+// outgrow.
 void WinViewList::removeAll() {
   const RawLockScope scope(lock);
   clear();

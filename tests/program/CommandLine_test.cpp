@@ -72,6 +72,16 @@ TEST(CommandLine, UnknownSwitchesAreStoredAndIgnored) {
   EXPECT_TRUE(program.dialogs().empty());
 }
 
+TEST(CommandLine, TheSwitchForAConfigurationChangesNothing) {
+  ProgramRun program;
+  program.writeProfile(ActionOk);
+  program.writeFile("other.ini", ActionFails);
+  EXPECT_EQ(program.run("-c other.ini -a Ok"), 0u);
+  EXPECT_EQ(program.run("-c other.ini -a Fails"), 1u);
+  EXPECT_TRUE(program.dialogs().empty());
+  EXPECT_FALSE(program.logHas("Fails"));
+}
+
 TEST(CommandLine, ACapitalHIsNoHelp) {
   ProgramRun program;
   program.writeProfile(ActionOk);

@@ -113,8 +113,7 @@ void ProgramRun::writeProfile(const std::string& sections) {
   folder_.write("Tarvellon.ini", "[Common]\r\nProgram=Tarvellon\r\n\r\n" + sections);
 }
 
-uint32_t ProgramRun::run(const std::string& arguments) {
-  dialogs_.clear();
+void* ProgramRun::start(const std::string& arguments) {
   // The child's temporary folder is this test's: its log, cache and dumps land there.
   folder_.makeFolder("Temp");
   const std::wstring temp = wideOf(path("Temp"));
@@ -133,17 +132,26 @@ uint32_t ProgramRun::run(const std::string& arguments) {
                                       nullptr, &startup, &process);
   SetEnvironmentVariableW(L"TEMP", oldTemp);
   SetEnvironmentVariableW(L"TMP", oldTmp);
-  if (!started) return 0xBAD;
+  if (!started) return nullptr;
+  CloseHandle(process.hThread);
+  return process.hProcess;
+}
+
+uint32_t ProgramRun::run(const std::string& arguments) {
+  dialogs_.clear();
+  HANDLE process = start(arguments);
+  if (!process) return 0xBAD;
+  const DWORD processId = GetProcessId(process);
 
   uint32_t code = 0xDEAD;
   for (DWORD waited = 0; waited < RunLimit; waited += PollStep) {
-    if (WaitForSingleObject(process.hProcess, PollStep) == WAIT_OBJECT_0) {
+    if (WaitForSingleObject(process, PollStep) == WAIT_OBJECT_0) {
       DWORD exitCode = 0;
-      GetExitCodeProcess(process.hProcess, &exitCode);
+      GetExitCodeProcess(process, &exitCode);
       code = exitCode;
       break;
     }
-    WindowSearch search{process.dwProcessId, {}};
+    WindowSearch search{processId, {}};
     EnumWindows(collectWindow, reinterpret_cast<LPARAM>(&search));
     for (HWND window : search.windows) {
       if (!isDialog(window)) continue;
@@ -152,9 +160,8 @@ uint32_t ProgramRun::run(const std::string& arguments) {
       break;
     }
   }
-  if (code == 0xDEAD) TerminateProcess(process.hProcess, code);
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
+  if (code == 0xDEAD) TerminateProcess(process, code);
+  CloseHandle(process);
   return code;
 }
 

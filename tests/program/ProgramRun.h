@@ -31,6 +31,8 @@ class ProgramRun {
   // Runs to the end, answering each dialog with Enter. Gives the exit code; 0xDEAD when it had to
   // be ended after 30 seconds.
   uint32_t run(const std::string& arguments);
+  // Starts it and leaves it alone: the process's handle, which the caller closes; null on failure.
+  void* start(const std::string& arguments);
   [[nodiscard]] const std::vector<ProgramDialog>& dialogs() const { return dialogs_; }
   // The text of the newest log, or nothing.
   [[nodiscard]] std::string log() const;
