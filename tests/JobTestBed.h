@@ -182,6 +182,7 @@ class JobTestBed {
     data.buttons.templateUnit = {};
     data.actions.clear();
     JobLayer::JobFacts::instance().logCategories = raw("UCPV");
+    JobLayer::JobFacts::instance().configIsWhole = true;
     JobLayer::JobWindowContext::instance().dialog = nullptr;
     JobLayer::JobWindowContext::instance().rectangle = {};
   }

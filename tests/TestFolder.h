@@ -9,7 +9,7 @@
 #include <string>
 
 class TestFolder {
-public:
+ public:
   TestFolder() {
     static int counter = 0;
     std::error_code error;
@@ -28,7 +28,9 @@ public:
   TestFolder& operator=(const TestFolder&) = delete;
 
   [[nodiscard]] RawLayer::RawString path() const { return text(path_); }
-  [[nodiscard]] RawLayer::RawString file(const std::string& name) const { return text(path_ / name); }
+  [[nodiscard]] RawLayer::RawString file(const std::string& name) const {
+    return text(path_ / name);
+  }
   RawLayer::RawString write(const std::string& name, const std::string& bytes) const {
     std::ofstream(path_ / name, std::ios::binary) << bytes;
     return file(name);
@@ -46,7 +48,7 @@ public:
     std::filesystem::create_directories(path_ / name, error);
   }
 
-private:
+ private:
   static RawLayer::RawString text(const std::filesystem::path& path) {
     const auto bytes = path.u8string();
     return RawLayer::RawString::fromChars(reinterpret_cast<const char*>(bytes.c_str()));

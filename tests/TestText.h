@@ -8,7 +8,9 @@
 
 namespace RawLayer {
 
-inline bool operator==(const RawString& a, const RawString& b) { return a.equals(b); }
+inline bool operator==(const RawString& a, const RawString& b) {
+  return a.equals(b);
+}
 
 // For GoogleTest's messages.
 inline void PrintTo(const RawString& text, std::ostream* stream) {

@@ -8,13 +8,13 @@
 namespace AppLayer {
 
 class GuiProfileFile : public RawLayer::RawProfile {
-public:
+ public:
   static GuiProfileFile& instance();
   // Loads the language that the user selected, the measures and the fonts. What is missing keeps
   // its default; menu and tip font follow the window font until they have sections of their own.
   void load(const RawLayer::RawString& file);
 
-private:
+ private:
   void loadLanguage();
   void loadMetrics(WinLayer::WindowMetrics& metrics);
   void loadFonts(WinLayer::WindowMetrics& metrics);

@@ -6,7 +6,7 @@
 namespace AppLayer {
 
 class LauncherFiles {
-public:
+ public:
   RawString profile;    // the file with section "Common"
   RawString guiProfile; // the windows' look; the profile itself unless it says otherwise
   RawString configFile; // selectors, buttons, actions, options; likewise
@@ -19,7 +19,7 @@ public:
   // The profile that belongs to an executable: its path with ".ini" for the last four units.
   static RawString defaultProfile(const RawString& executable);
 
-private:
+ private:
   bool checkProfile() const;
   void readCommon(const RawString& programFolder);
 };

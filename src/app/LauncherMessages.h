@@ -7,7 +7,7 @@
 namespace AppLayer {
 
 class LauncherMessages {
-public:
+ public:
   // The catalogue's text of the id, its first "%s" replaced by `argument`.
   static void show(const RawLayer::RawString& id,
                    const RawLayer::RawString& argument = RawLayer::RawString::emptyStatic());

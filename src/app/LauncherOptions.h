@@ -14,7 +14,9 @@ using namespace RawLayer::RawLiterals;
 using RawLayer::RawParameterList;
 using RawLayer::RawString;
 
-inline const RawString& productName() { return "Tarvellon"_text; }
+inline const RawString& productName() {
+  return "Tarvellon"_text;
+}
 
 // Decimal digits with an optional sign; what ends early ends the number, no digits give 0. Wraps
 // in 32 bits.
@@ -23,7 +25,7 @@ int32_t optionInteger(const RawString& text);
 bool optionBoolean(const RawString& text);
 
 class LauncherOptions : public RawLayer::RawProfile {
-public:
+ public:
   RawString logFolder;       // resolved
   RawString iconCacheFolder; // resolved: parent of the cache folders
   RawString cacheFolder;     // of this configuration; empty when there is none
@@ -43,8 +45,8 @@ public:
   bool sysTray = false;
   bool iconCache = true;
   bool iconDelay = true;
-  int32_t buttonAlign = 1; // 0 left, 1 centre, 2 right
-  int32_t terminateId = 0; // process to end before anything is loaded
+  int32_t buttonAlign = 1;    // 0 left, 1 centre, 2 right
+  int32_t terminateId = 0;    // process to end before anything is loaded
   RawParameterList arguments; // shared with the caller of load
 
   static LauncherOptions& instance();
@@ -59,7 +61,7 @@ public:
   static RawString cacheFolderName(const RawString& upperPath);
   static RawString upperCased(const RawString& path);
 
-private:
+ private:
   void classifyArguments();
   void readOptions();
   void resolveFolders();

@@ -18,6 +18,11 @@ class ConfigLines : public JobParamLines {
   ConfigLines(const RawString& path, int32_t bufferSize) : file_(path, bufferSize) {}
 
   bool open() { return file_.openRead(); }
+  // False when the file could not be read to its end.
+  bool close() {
+    file_.close();
+    return file_.state == RawLineFile::Closed;
+  }
   bool next() override;
   // Goes to the next header, past what is left of this section; it is the present line then.
   bool nextSection();
@@ -118,8 +123,12 @@ void JobConfigFile::load(const RawString& path, JobSelectorList& selectors, JobB
                          JobActionList& actions, int32_t bufferSize) {
   ConfigLines lines(path, bufferSize);
   const Targets targets{selectors, buttons, actions};
-  if (lines.open())
+  bool isWhole = !RawLayer::exists(path);
+  if (lines.open()) {
     while (lines.nextSection()) readSection(lines, targets);
+    isWhole = lines.close();
+  }
+  JobFacts::instance().configIsWhole = isWhole;
   JobVariableStore::instance().defineInitialVariables();
 }
 

@@ -119,7 +119,8 @@ JobParamList paramsFromTemplate(const JobParamList& templateParams, const RawStr
 }
 
 bool JobDataSaver::save(Caller& caller, const RawString& prefix) {
-  return save(JobFacts::instance().configFile, caller, prefix);
+  const JobFacts& facts = JobFacts::instance();
+  return facts.configIsWhole && save(facts.configFile, caller, prefix);
 }
 
 bool JobDataSaver::save(const RawString& path, Caller& caller, const RawString& prefix) {

@@ -385,4 +385,37 @@ TEST_F(JobDataSaverTest, ShortReadsChangeNothing) {
   EXPECT_EQ(resaved(bytes), "// \x83\x5C\r\n[Button:\x95\x5C]\r\nt=\x8E\xA6\r\n\r\n[Action:b]\r\n");
 }
 
+// Entries that never came into memory would be lost with the save.
+TEST_F(JobDataSaverTest, NothingIsSavedOverAFileThatWasNotLoadedWhole) {
+  const std::string bytes = "[Button:a]\r\nt=1\r\n\r\n[Button:b]\r\n\r\n";
+  JobFacts::instance().configFile = folder.file("c.ini");
+  const auto save = [this] {
+    return JobDataSaver::save(data.buttons, JobButtonList::sectionPrefix());
+  };
+  for (const uint32_t kind : {HostFaults::Read, HostFaults::Open}) {
+    {
+      HostFaults::Scope faults;
+      faults.failNth(1, kind);
+      load(bytes);
+    }
+    EXPECT_EQ(data.buttons.count(), 0);
+    data.buttons.add("new"_text);
+    EXPECT_FALSE(save());
+    EXPECT_EQ(folder.read("c.ini"), bytes);
+    data.buttons.clear();
+  }
+  load(bytes);
+  data.buttons.add("new"_text);
+  EXPECT_TRUE(save());
+  EXPECT_EQ(folder.read("c.ini"), bytes + "[Button:new]\r\n\r\n");
+}
+
+TEST_F(JobDataSaverTest, AFileThatWasNotThereAtTheLoadIsMade) {
+  JobFacts::instance().configFile = folder.file("none.ini");
+  JobConfigFile::load(data.selectors, data.buttons, data.actions);
+  data.buttons.add("new"_text);
+  EXPECT_TRUE(JobDataSaver::save(data.buttons, JobButtonList::sectionPrefix()));
+  EXPECT_EQ(folder.read("none.ini"), "[Button:new]\r\n\r\n");
+}
+
 #endif

@@ -3,7 +3,7 @@
 namespace JobLayer {
 
 JobFacts& JobFacts::instance() {
-  static JobFacts facts{RawString(), "UCPV"_text};
+  static JobFacts facts{RawString(), "UCPV"_text, true};
   return facts;
 }
 

@@ -13,6 +13,9 @@ using RawLayer::RawString;
 struct JobFacts {
   RawString configFile;    // path of the configuration file
   RawString logCategories; // letters of what is logged; "UCPV" from the start
+  // Whether all of the configuration file was loaded; set by the load. Entries that never came into
+  // memory would be lost with the next save, so none is made then.
+  bool configIsWhole = true;
 
   static JobFacts& instance();
 };

@@ -10,7 +10,7 @@ namespace RawLayer {
 
 template <class Traits>
 class RawOwner {
-public:
+ public:
   using Handle = typename Traits::Handle;
 
   RawOwner() noexcept : handle_(Traits::none()) {}
@@ -41,7 +41,7 @@ public:
     return handle;
   }
 
-private:
+ private:
   Handle handle_;
 };
 

@@ -19,7 +19,9 @@ struct RawRange {
   [[nodiscard]] constexpr RawRange clamped(int32_t length) const {
     const int32_t last = end > length ? length : end;
     const int32_t first = start < 0 ? 0 : start;
-    return first < last ? RawRange{first, last} : RawRange{first < length ? first : length, first < length ? first : length};
+    return first < last
+               ? RawRange{first, last}
+               : RawRange{first < length ? first : length, first < length ? first : length};
   }
 
   friend constexpr bool operator==(const RawRange&, const RawRange&) = default;

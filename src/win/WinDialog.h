@@ -10,8 +10,9 @@
 //   const int32_t answer = question.RunModal(&ownerView);
 //
 // Each dialog runs on the thread that creates it. Failed registration or creation is not reported:
-// it leaves a null handle, on which later calls do nothing. A dialog can be created again after it
-// ended; its children are then added anew and its show state keeps its last value.
+// it leaves a null handle, on which later calls do nothing. A dialog that becomes active again
+// gives the focus back to the child that had it. A dialog can be created again after it ended; its
+// children are then added anew and its show state keeps its last value.
 #pragma once
 
 #include "raw/RawThread.h"
@@ -86,6 +87,7 @@ class WinDialog : public WinView, public WinDialogResize {
   int32_t normalHandler(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
+  int32_t handleReminder(WPARAM wParam, LPARAM lParam);
   int32_t handleDestroy();
   int32_t handleSize(WPARAM wParam, LPARAM lParam);
   int32_t handlePaint(WPARAM wParam, LPARAM lParam);
@@ -94,8 +96,12 @@ class WinDialog : public WinView, public WinDialogResize {
   int32_t handleChildColour(UINT message, WPARAM wParam, LPARAM lParam);
   void handleChildGone(uint32_t childId);
   void limitSizes(MINMAXINFO& limits);
+  int32_t handleFocus(WPARAM wParam, LPARAM lParam);
+  void rememberFocus();
   void moveFocus(uint32_t childId, bool backwards);
   void leaveStanding();
+
+  uint32_t lastFocus_ = 0; // the child that had the focus when the dialog was left; 0 none
 };
 
 // The window belongs to the thread; the two operations here are for its creator.

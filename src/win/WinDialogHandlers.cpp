@@ -14,14 +14,12 @@ namespace {
 constexpr int32_t Swallowed = -1;
 constexpr UINT FlashCount = 5;
 
-// The modal dialog comes to the front again and makes itself seen.
-void callBack(HWND window) {
-  SendMessageW(window, WM_MOUSEACTIVATE, 0, 0);
-  SetForegroundWindow(window);
+void showWhereItIs(HWND modal) {
+  SetForegroundWindow(modal);
   MessageBeep(0);
   FLASHWINFO record{};
   record.cbSize = sizeof record;
-  record.hwnd = window;
+  record.hwnd = modal;
   record.dwFlags = FLASHW_ALL;
   record.uCount = FlashCount;
   FlashWindowEx(&record);
@@ -36,12 +34,14 @@ int32_t WinDialog::blockedHandler(HWND blocking, UINT message, WPARAM wParam, LP
   case WM_NCLBUTTONUP:
     return OnMessage(message, wParam, lParam);
   case WM_MOUSEACTIVATE:
-    // The activation changes the order of the windows, which calls the modal dialog back to the
-    // front; the press itself reaches nobody.
+    // The press reaches nobody; the reminder makes the top of the stack show itself.
     PostMessageW(blocking, WinMessageRemind, 0, 0);
-    return MA_ACTIVATEANDEAT;
+    return MA_NOACTIVATEANDEAT;
   case WM_WINDOWPOSCHANGED:
-    if (!(reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_NOZORDER)) callBack(blocking);
+    if (!(reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_NOZORDER)) {
+      SendMessageW(blocking, WM_MOUSEACTIVATE, 0, 0);
+      showWhereItIs(blocking);
+    }
     return OnMessage(message, wParam, lParam);
   case WinMessageRemind:
     PostMessageW(blocking, WinMessageRemind, 0, 0);
@@ -99,6 +99,13 @@ int32_t WinDialog::normalHandler(UINT message, WPARAM wParam, LPARAM lParam) {
   case WM_PARENTNOTIFY:
     if (LOWORD(wParam) == WM_DESTROY) handleChildGone(HIWORD(wParam));
     return Dispatch(message, wParam, lParam);
+  case WM_ACTIVATE:
+    if (LOWORD(wParam) == WA_INACTIVE) rememberFocus();
+    return Dispatch(message, wParam, lParam);
+  case WM_SETFOCUS:
+    return handleFocus(wParam, lParam);
+  case WinMessageRemind:
+    return handleReminder(wParam, lParam);
   case WinMessageShow:
     Show(wParam, lParam);
     return 0;
@@ -108,6 +115,15 @@ int32_t WinDialog::normalHandler(UINT message, WPARAM wParam, LPARAM lParam) {
   default:
     return Dispatch(message, wParam, lParam);
   }
+}
+
+// The end of the chain: no dialog blocks this one. A press on a blocked dialog activates nothing,
+// so without this nobody would see why.
+int32_t WinDialog::handleReminder(WPARAM wParam, LPARAM lParam) {
+  const int32_t answer = Dispatch(WinMessageRemind, wParam, lParam);
+  if (answer != WinNotHandled) return answer;
+  showWhereItIs(window);
+  return 0;
 }
 
 // The platform's own drawing ends here, whoever answers. Menus have the identifier 0.
@@ -205,6 +221,22 @@ void WinDialog::limitSizes(MINMAXINFO& limits) {
   OnMinMaxInfo(shrink, growth);
   limits.ptMinTrackSize = {size.width - shrink.width, size.height - shrink.height};
   limits.ptMaxTrackSize = {size.width + growth.width, size.height + growth.height};
+}
+
+void WinDialog::rememberFocus() {
+  const WinView* child = children.findWindow(GetFocus());
+  lastFocus_ = child ? child->identifier : 0;
+}
+
+// The platform gives the focus to the dialog itself when it becomes active again; there the
+// keyboard would be dead.
+int32_t WinDialog::handleFocus(WPARAM wParam, LPARAM lParam) {
+  const int32_t answer = Dispatch(WM_SETFOCUS, wParam, lParam);
+  if (answer != WinNotHandled) return answer;
+  const WinView* child = children.findIdentifier(lastFocus_);
+  if (!child || !child->window || !IsWindowEnabled(child->window)) return WinNotHandled;
+  SetFocus(child->window);
+  return 0;
 }
 
 // The walk passes the ring's sentinel like a child that takes no focus, and so wraps.

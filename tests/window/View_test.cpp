@@ -8,7 +8,7 @@ using namespace WinLayer;
 
 namespace {
 
-constexpr UINT Question = WM_APP + 1;
+constexpr UINT Question = WM_USER + 77;
 
 // A hook with one answer to everything, which writes down that it was asked.
 class TestHook : public WinViewHook {
