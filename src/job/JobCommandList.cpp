@@ -126,7 +126,8 @@ bool JobCommandList::runAction(const RawString& name) {
   if (action == nullptr) return false;
   JobExecutionRecord record(JobExecutorPair::user(), JobExecutorPair::executor(),
                             RawString::concat("(Comline-Action)"_text, action->name));
-  const bool result = Execute(action->params, JobExecutorPair::executor());
+  const JobParamList script = action->params;
+  const bool result = Execute(script, JobExecutorPair::executor());
   SetResult(record, result);
   return result;
 }
