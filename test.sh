@@ -38,13 +38,16 @@ build() { # PRESET
 
 run_lane() { # PRESET PARALLEL
   local preset=$1 parallel=$2 results=$TOP/build/results/$1 log=$logs/test-$1.log
+  local reports=xml:$results/
   mkdir -p "$results"
   if ! build "$preset"; then
     add_totals "$preset" 0 1
     return
   fi
+  # A Windows runner wants the folder in its own words.
+  case "$preset" in win*) reports="xml:Z:${results//\//\\}\\" ;; esac
   (cd "build/$preset" &&
-    GTEST_OUTPUT="xml:$results/" ctest -j "$parallel" --output-on-failure --timeout 900 \
+    GTEST_OUTPUT="$reports" ctest -j "$parallel" --output-on-failure --timeout 900 \
       --output-junit "$results/ctest.junit") >"$log" 2>&1
   local totals
   totals=$(tools/count-tests "$results")

@@ -51,9 +51,8 @@ class RawLanguage {
   void loadSection();
   // Adds the texts of a table that lives as long as the process; once for each table.
   void registerTable(const RawString& group, const RawLocaleRecord* table);
-  // The text to show, with the file's escapes resolved: "\\n" gives CR LF, "\\t" a tab, "\\s" a
-  // blank,
-  // "\\" and any other unit that unit, and one at the end a zero unit.
+  // The text to show, with the file's escapes resolved: a backslash and "n" give CR LF, "t" a tab,
+  // "s" a blank, any other unit that unit; a backslash at the end gives a zero unit.
   RawString text(const RawString& group, const RawString& id);
   void save(); // adds what was missed to the file, sorted by keys; nothing when nothing was
 
