@@ -82,7 +82,7 @@ void JobVariableList::destroy(JobVariableUnit* element) {
 
 void JobVariableList::set(const RawString& name, const RawString& value) {
   const RawLockScope scope(lock);
-  JobVariableUnit* unit = find(name);
+  JobVariableUnit* unit = findLocked(name);
   if (unit == nullptr) {
     unit = new JobVariableUnit(name);
     unit->flags = JobVariableUnit::UserVariable;
@@ -94,7 +94,7 @@ void JobVariableList::set(const RawString& name, const RawString& value) {
 
 RawString JobVariableList::valueOf(const RawString& name) {
   const RawLockScope scope(lock);
-  const JobVariableUnit* const unit = find(name);
+  const JobVariableUnit* const unit = findLocked(name);
   return unit != nullptr ? unit->value : RawString();
 }
 
