@@ -107,13 +107,13 @@ TEST_F(DialogLife, MinimisedMaximisedAndBack) {
   TestDialog dialog;
   dialog.Create();
   const WinRect normal = dialog.windowRect();
+  // The first two things that happen; the window manager may have its own idea of the size later.
   const auto diaryUntil = [&](int command, int32_t state) {
+    settle();
     dialog.diary.clear();
     ShowWindow(dialog.window, command);
     EXPECT_TRUE(pumpUntil([&] { return dialog.state == state; })) << state;
-    settle();
-    // The platform may tell the same size more than once.
-    dialog.diary.erase(std::unique(dialog.diary.begin(), dialog.diary.end()), dialog.diary.end());
+    dialog.diary.resize(std::min<size_t>(dialog.diary.size(), 2));
     return dialog.diary;
   };
   EXPECT_EQ(diaryUntil(SW_MAXIMIZE, 2), (Diary{"state 0 2", "resized"}));
@@ -379,7 +379,7 @@ TEST_F(DialogMessages, ShowBringsItBackToTheFront) {
   TestDialog below, above;
   below.Create();
   above.Create();
-  ASSERT_TRUE(pumpUntil([&] { return isInFront(above.window); }));
+  ASSERT_TRUE(pumpUntil([&] { return bringToFront(above.window); }));
   SendMessageW(below.window, WinMessageShow, 0, 0);
   EXPECT_TRUE(isInFront(below.window));
   ShowWindow(below.window, SW_MINIMIZE);
@@ -396,7 +396,7 @@ TEST_F(DialogMessages, ShowDoesNotActivateWhereTheStyleForbidsIt) {
   quiet.showCommand = SW_HIDE;
   quiet.Create();
   other.Create();
-  ASSERT_TRUE(pumpUntil([&] { return isInFront(other.window); }));
+  ASSERT_TRUE(pumpUntil([&] { return bringToFront(other.window); }));
   SendMessageW(quiet.window, WinMessageShow, 0, 0);
   EXPECT_TRUE(IsWindowVisible(quiet.window));
   settle();
@@ -528,15 +528,13 @@ TEST_F(DialogFocus, ComesBackToTheChildThatHadIt) {
   SetFocus(dialog.focusOf(1));
   ASSERT_TRUE(pumpUntil([&] { return hasFocus(dialog, dialog.button(1)); }));
   other.Create();
-  ASSERT_TRUE(pumpUntil([&] { return isInFront(other.window); }));
-  SetForegroundWindow(dialog.window);
-  EXPECT_TRUE(pumpUntil([&] { return hasFocus(dialog, dialog.button(1)); }));
+  ASSERT_TRUE(pumpUntil([&] { return bringToFront(other.window); }));
+  EXPECT_TRUE(
+      pumpUntil([&] { return bringToFront(dialog.window) && hasFocus(dialog, dialog.button(1)); }));
   // But not to one that cannot take it.
-  SetForegroundWindow(other.window);
-  ASSERT_TRUE(pumpUntil([&] { return isInFront(other.window); }));
+  ASSERT_TRUE(pumpUntil([&] { return bringToFront(other.window); }));
   EnableWindow(dialog.focusOf(1), FALSE);
-  SetForegroundWindow(dialog.window);
-  EXPECT_TRUE(pumpUntil([&] { return isInFront(dialog.window); }));
+  EXPECT_TRUE(pumpUntil([&] { return bringToFront(dialog.window); }));
   EXPECT_NE(GetFocus(), dialog.focusOf(1));
 }
 

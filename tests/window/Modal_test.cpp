@@ -119,13 +119,14 @@ TEST_F(Modal, WithoutAnOwnerNobodyIsBlocked) {
 TEST_F(Modal, APressOnABlockedDialogReachesNothingAndFlashesTheModalOne) {
   Stack stack;
   TestDialog other; // stands in front of both
+  other.isShy = true;
   other.rect = other.rect.movedTo(100, 500);
   Counter reminders(stack.first, WinMessageRemind);
   Counter flashes(stack.first, WM_NCACTIVATE);
   int remindersBefore = 0, flashesBefore = 0;
   Steps steps;
   steps.when([&] { return isReady(stack.first); }, [&] { other.Create(); })
-      .when([&] { return isInFront(other.window); },
+      .when([&] { return bringToFront(other.window); },
             [&] {
               remindersBefore = reminders.count;
               flashesBefore = flashes.count;
@@ -161,18 +162,13 @@ TEST_F(Modal, AChangeOfOrderBringsTheModalOneBackOnce) {
 
 TEST_F(Modal, RaisingABlockedDialogBringsTheModalOneToTheFront) {
   Stack stack;
-  Steps steps;
-  steps
-      .when([&] { return isReady(stack.first); },
-            [&] {
-              SetForegroundWindow(stack.main.window);
-              SetWindowPos(stack.first.window, HWND_BOTTOM, 0, 0, 0, 0,
-                           SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-              SetWindowPos(stack.main.window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-            })
-      .when([&] { return isReady(stack.first); }, [] { pressKey(VK_ESCAPE); });
-  stack.first.RunModal(&stack.main);
-  EXPECT_TRUE(steps.areDone());
+  constexpr UINT Order = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+  whileBlocked(stack, [&] {
+    SetWindowPos(stack.main.window, HWND_BOTTOM, 0, 0, 0, 0, Order);
+    SetForegroundWindow(stack.main.window);
+    SetWindowPos(stack.main.window, HWND_TOP, 0, 0, 0, 0, Order);
+    EXPECT_TRUE(isReady(stack.first)); // with the keyboard where it was
+  });
 }
 
 TEST_F(Modal, WhatABlockedDialogAnswers) {
@@ -274,9 +270,10 @@ TEST_F(Modal, ABlockedDialogThatIsDestroyedLeavesNothing) {
 TEST_F(Modal, ShowingABlockedDialogShowsTheModalOneOverIt) {
   Stack stack;
   TestDialog other;
+  other.isShy = true;
   Steps steps;
   steps.when([&] { return isReady(stack.first); }, [&] { other.Create(); })
-      .when([&] { return isInFront(other.window); },
+      .when([&] { return bringToFront(other.window); },
             [&] { EXPECT_EQ(SendMessageW(stack.main.window, WinMessageShow, 0, 0), 0); })
       .when([&] { return isReady(stack.first); }, [] { pressKey(VK_ESCAPE); });
   stack.first.RunModal(&stack.main);

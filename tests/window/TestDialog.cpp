@@ -68,6 +68,7 @@ void TestDialog::addButtons(int count) {
 }
 
 int32_t TestDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (isShy && message == WM_MOUSEACTIVATE) return MA_NOACTIVATE;
   if (answer) {
     const int32_t given = answer(message, wParam, lParam);
     if (given != WinNotHandled) return given;

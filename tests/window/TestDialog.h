@@ -33,6 +33,8 @@ class TestDialog : public WinLayer::WinDialog {
   // "state 5 0", "resized", "destroyed", "created", "command 2500 1004", in order.
   Diary diary;
   bool mayClose = true;
+  // Leaves the front to others once it was there: a window manager may bring the focus late.
+  bool isShy = false;
   std::function<int32_t(UINT, WPARAM, LPARAM)> answer; // asked before the dialog itself
   std::function<bool(WinLayer::WinSize&, WinLayer::WinSize&)> limits;
   Action whenCreated;

@@ -49,6 +49,15 @@ uint32_t entriesOfHandleTable() {
                : 0;
 }
 
+std::string describe(HWND window) {
+  if (!window) return "nothing";
+  char name[256] = {};
+  GetClassNameA(window, name, static_cast<int>(std::size(name)));
+  RECT area{};
+  GetWindowRect(window, &area);
+  return std::string(name) + " at " + std::to_string(area.left) + "," + std::to_string(area.top);
+}
+
 struct Search {
   DWORD processId = GetCurrentProcessId();
   const wchar_t* className = nullptr;
@@ -139,6 +148,11 @@ bool isInFront(HWND window) {
   return window && IsWindowVisible(window) && GetForegroundWindow() == window;
 }
 
+bool bringToFront(HWND window) {
+  if (!isInFront(window)) SetForegroundWindow(window);
+  return isInFront(window);
+}
+
 std::vector<HWND> windowsOfClass(const wchar_t* className) {
   Search search;
   search.className = className;
@@ -200,7 +214,8 @@ void Steps::advance() {
     isActing_ = false;
     since_ = GetTickCount64();
   } else if (GetTickCount64() - since_ > Limit) {
-    ADD_FAILURE() << "step " << next_ << " waited in vain";
+    ADD_FAILURE() << "step " << next_ << " waited in vain; in front "
+                  << describe(GetForegroundWindow()) << ", focus " << describe(GetFocus());
     hasFailed_ = true;
     PostQuitMessage(0);
   }

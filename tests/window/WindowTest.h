@@ -40,6 +40,9 @@ void pressShiftTab();
 COLORREF pixel(HWND window, int32_t x, int32_t y); // of its client
 WinLayer::WinPoint centreOf(HWND window);          // on the screen
 bool isInFront(HWND window);
+// Asks for it to be in front, and says whether it is; for conditions, as a window manager may give
+// the front away late to the window that came before.
+bool bringToFront(HWND window);
 // Top-level windows of this process with the class.
 std::vector<HWND> windowsOfClass(const wchar_t* className);
 std::wstring textOf(HWND window);
