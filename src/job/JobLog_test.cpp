@@ -239,11 +239,11 @@ TEST(JobLogStorer, ChangesTheFileAtTheByteLimit) {
   storer.byteLimit = 7; // the first line has five bytes, so the second still goes to its file
   ASSERT_TRUE(storer.open());
   for (int i = 1; i <= 3; ++i) storer.post(raw("abc\r\n"));
-  for (int i = 0; i < 5000 && filesOf(folder).back() != "head\r\nabc\r\n"; ++i)
+  const std::vector<std::string> expected = {"head\r\nabc\r\nabc\r\n", "head\r\nabc\r\n"};
+  for (int i = 0; i < 5000 && filesOf(folder) != expected; ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   storer.stop();
-  EXPECT_EQ(filesOf(folder),
-            (std::vector<std::string>{"head\r\nabc\r\nabc\r\n", "head\r\nabc\r\n"}));
+  EXPECT_EQ(filesOf(folder), expected);
 }
 
 TEST(JobLogStorer, TheStopZeroesTheLimits) {
