@@ -24,8 +24,8 @@ class JobButtonUnit {
   JobParamList params;
   int32_t icon = -1;
   RawString tip;
-  int32_t reserved1 = 0;
-  int32_t reserved2 = 0;
+  int32_t width = 0; // of its content in its box, in pixels; not touched by set-up
+  int32_t height = 0;
   JobRectangle rectangle; // in its box
 
   void rename(const RawString& newName); // sets the name and the separator bit

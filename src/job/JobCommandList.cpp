@@ -146,6 +146,7 @@ bool JobCommandList::RunBlock(const JobRunBlock& block, const RawString& title) 
   const bool result = Execute(block, JobExecutorPair::executor());
   if (block.saveVariables) variables.restoreAll();
   SetResult(record, result);
+  JobWindowContext::instance().runEnded();
   return result;
 }
 

@@ -74,7 +74,14 @@ uint32_t JobWindowContext::TrackMenu(WinLayer::WinMenuHandle& menu) {
 }
 
 void JobWindowContext::postToMainDialog(uint32_t message, uintptr_t first, intptr_t second) {
-  if (dialog) dialogs().postToMainDialog(message, first, second);
+  if (!dialog) return;
+  if (message == JobDialogs::MessageClose) closePosted_ = true;
+  dialogs().postToMainDialog(message, first, second);
+}
+
+void JobWindowContext::runEnded() {
+  if (closePosted_) postToMainDialog(JobDialogs::MessageClose, 0, 0);
+  closePosted_ = false;
 }
 
 } // namespace JobLayer

@@ -32,6 +32,9 @@ class JobWindowContext {
   // The id chosen out of a popup menu beside the rectangle; 0 for none.
   uint32_t TrackMenu(WinLayer::WinMenuHandle& menu);
   void postToMainDialog(uint32_t message, uintptr_t first, intptr_t second);
+  // A run from a press or a drop has ended. A close that it posted is posted again: a dialog of the
+  // same run may have kept the main dialog from seeing it.
+  void runEnded();
 
   // The labels of a button text: cut at every comma and slash outside double quotes; quotes around
   // a label go.
@@ -39,6 +42,7 @@ class JobWindowContext {
 
  private:
   JobDialogs* dialogs_ = nullptr;
+  bool closePosted_ = false; // by the present run
 };
 
 } // namespace JobLayer

@@ -38,6 +38,33 @@ TEST(JobWindowContext, AMenuIsOpenForTheLengthOfAScope) {
   EXPECT_FALSE(context.menuOpen.isSet());
 }
 
+TEST(JobWindowContext, ACloseOfARunIsPostedAgainAtItsEndOnce) {
+  JobTestDialogs dialogs;
+  JobWindowContext context;
+  context.installDialogs(&dialogs);
+  context.dialog = reinterpret_cast<WinLayer::WinDialog*>(&dialogs);
+  context.runEnded();
+  EXPECT_TRUE(dialogs.posted.empty());
+  context.postToMainDialog(JobDialogs::MessageCommand, 0x11000000, 0);
+  context.runEnded();
+  EXPECT_EQ(dialogs.posted, std::vector<uint32_t>{0x0111}) << "a restart is not repeated";
+  context.postToMainDialog(JobDialogs::MessageClose, 0, 0);
+  context.runEnded();
+  context.runEnded();
+  EXPECT_EQ(dialogs.posted, (std::vector<uint32_t>{0x0111, 0x0010, 0x0010}));
+}
+
+TEST(JobWindowContext, ACloseIsNotPostedAgainOnceTheMainDialogHasGone) {
+  JobTestDialogs dialogs;
+  JobWindowContext context;
+  context.installDialogs(&dialogs);
+  context.dialog = reinterpret_cast<WinLayer::WinDialog*>(&dialogs);
+  context.postToMainDialog(JobDialogs::MessageClose, 0, 0);
+  context.dialog = nullptr;
+  context.runEnded();
+  EXPECT_EQ(dialogs.posted, std::vector<uint32_t>{0x0010});
+}
+
 #ifndef _WIN32
 #include "host/HostSystem.h"
 

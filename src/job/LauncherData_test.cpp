@@ -23,8 +23,8 @@ TEST(LauncherData, ANewEntryHasItsDefaults) {
   const JobButtonUnit button;
   EXPECT_EQ(button.flags, 0);
   EXPECT_EQ(button.icon, -1);
-  EXPECT_EQ(button.reserved1, 0);
-  EXPECT_EQ(button.reserved2, 0);
+  EXPECT_EQ(button.width, 0);
+  EXPECT_EQ(button.height, 0);
   EXPECT_EQ(button.rectangle, JobRectangle());
   const JobSelectorUnit selector;
   EXPECT_EQ(selector.flags, 0);

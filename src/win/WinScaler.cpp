@@ -1,10 +1,11 @@
 #include "win/WinScaler.h"
 
 #include "win/WinPixels.h"
+#include "win/WinScalerTaps.h"
+#include "win/WinScalerWhole.h"
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 #if defined(__SSE2__) || defined(_M_X64)
 #define WIN_SCALER_SSE2
@@ -14,40 +15,6 @@
 namespace WinLayer {
 
 namespace {
-
-// What one row or column of the source weighs in one of the target.
-struct Tap {
-  int32_t index; // inside the source
-  double weight;
-};
-
-// The taps of one target row or column; those of weight 0 are left out, for adding nothing changes
-// no sum.
-struct TapRange {
-  const Tap* first;
-  const Tap* behind;
-  [[nodiscard]] const Tap* begin() const { return first; }
-  [[nodiscard]] const Tap* end() const { return behind; }
-};
-
-class Taps {
- public:
-  explicit Taps(int32_t targets) { starts_.reserve(static_cast<std::size_t>(targets) + 1); }
-
-  void beginTarget() { starts_.push_back(taps_.size()); }
-  void add(int32_t index, double weight) {
-    if (weight != 0) taps_.push_back({index, weight});
-  }
-  [[nodiscard]] TapRange at(int32_t target) const {
-    const auto number = static_cast<std::size_t>(target);
-    const std::size_t behind = number + 1 < starts_.size() ? starts_[number + 1] : taps_.size();
-    return {taps_.data() + starts_[number], taps_.data() + behind};
-  }
-
- private:
-  std::vector<Tap> taps_;
-  std::vector<std::size_t> starts_;
-};
 
 struct Span {
   int32_t first;
@@ -66,14 +33,14 @@ double cubicWeight(double distance) {
 }
 
 // The distance is taken to the index as it is; only what is fetched is clamped.
-void addCubic(Taps& taps, int32_t target, double scale, Span source) {
+void addCubic(WinScalerTaps& taps, int32_t target, double scale, Span source) {
   const double place = (target + 0.5) * scale - 0.5;
   const int32_t index = truncate(place);
   taps.beginTarget();
   for (const int32_t i : {index, index + 1}) taps.add(source.clamp(i), cubicWeight(place - i));
 }
 
-void addCovered(Taps& taps, int32_t target, double scale, Span source) {
+void addCovered(WinScalerTaps& taps, int32_t target, double scale, Span source) {
   const double start = target * scale;
   const double end = start + scale;
   taps.beginTarget();
@@ -85,11 +52,11 @@ void addCovered(Taps& taps, int32_t target, double scale, Span source) {
   }
 }
 
-using AddTaps = void (*)(Taps& taps, int32_t target, double scale, Span source);
+using AddTaps = void (*)(WinScalerTaps& taps, int32_t target, double scale, Span source);
 
 // The taps of the targets first, first + 1 and on.
-Taps tapsOf(AddTaps add, int32_t first, int32_t count, double scale, Span source) {
-  Taps taps(count);
+WinScalerTaps tapsOf(AddTaps add, int32_t first, int32_t count, double scale, Span source) {
+  WinScalerTaps taps(count, 2 * count);
   for (int32_t i = 0; i < count; ++i) add(taps, first + i, scale, source);
   return taps;
 }
@@ -149,11 +116,12 @@ struct Kernel {
   double scaleY;
   double divisor;
 
-  // The samples from `place` on, one for each pixel of the target.
-  void fill(WinPoint place, const WinBitmapAlpha& target) const {
+  // The samples from (0, 0) on, one for each pixel of the target.
+  void fill(const WinBitmapAlpha& target) const {
     const WinSize size = target.size();
-    const Taps columns = tapsOf(add, place.x, size.width, scaleX, {source.left, source.right});
-    const Taps rows = tapsOf(add, place.y, size.height, scaleY, {source.top, source.bottom});
+    const WinScalerTaps columns = tapsOf(add, 0, size.width, scaleX, {source.left, source.right});
+    const WinScalerTaps rows = tapsOf(add, 0, size.height, scaleY, {source.top, source.bottom});
+    if (scaleInWholeNumbers(source, columns, rows, divisor, target)) return;
     for (int32_t y = 0; y < size.height; ++y) {
       uint32_t* out = target.row(target.top + y) + target.left;
       for (int32_t x = 0; x < size.width; ++x) out[x] = pixelOf(columns.at(x), rows.at(y));
@@ -161,17 +129,19 @@ struct Kernel {
   }
 
   [[nodiscard]] uint32_t sample(WinPoint place) const {
-    uint32_t pixel = 0;
-    if (!source.isEmpty()) fill(place, WinBitmapAlpha::over(&pixel, {1, 1}));
-    return pixel;
+    if (source.isEmpty()) return 0;
+    const WinScalerTaps column = tapsOf(add, place.x, 1, scaleX, {source.left, source.right});
+    const WinScalerTaps row = tapsOf(add, place.y, 1, scaleY, {source.top, source.bottom});
+    return pixelOf(column.at(0), row.at(0));
   }
 
  private:
-  [[nodiscard]] uint32_t pixelOf(TapRange columns, TapRange rows) const {
+  [[nodiscard]] uint32_t pixelOf(WinScalerTapRange columns, WinScalerTapRange rows) const {
     Sums sums;
-    for (const Tap& row : rows) {
+    for (const WinScalerTap& row : rows) {
       const uint32_t* line = source.row(row.index);
-      for (const Tap& column : columns) sums.add(line[column.index], column.weight * row.weight);
+      for (const WinScalerTap& column : columns)
+        sums.add(line[column.index], column.weight * row.weight);
     }
     return sums.pack(divisor);
   }
@@ -214,7 +184,7 @@ uint32_t WinBitmapAlpha::FunctionBilinear::sample(int32_t x, int32_t y) const {
 
 void WinBitmapAlpha::FunctionBilinear::fill(const WinBitmapAlpha& target) const {
   if (source_.isEmpty()) return Function::fill(target);
-  cubic(source_, scaleX_, scaleY_).fill({0, 0}, target);
+  cubic(source_, scaleX_, scaleY_).fill(target);
 }
 
 uint32_t WinBitmapAlpha::FunctionAreaAverage::sample(int32_t x, int32_t y) const {
@@ -223,7 +193,7 @@ uint32_t WinBitmapAlpha::FunctionAreaAverage::sample(int32_t x, int32_t y) const
 
 void WinBitmapAlpha::FunctionAreaAverage::fill(const WinBitmapAlpha& target) const {
   if (source_.isEmpty()) return Function::fill(target);
-  covered(source_, scaleX_, scaleY_).fill({0, 0}, target);
+  covered(source_, scaleX_, scaleY_).fill(target);
 }
 
 WinScaling chooseScaling(WinSize source, WinSize target) {

@@ -192,6 +192,33 @@ TEST(WinScaler, AWriteGivesWhatEachSampleGives) {
   }
 }
 
+// Sizes like these are scaled in whole numbers, single samples in doubles.
+TEST(WinScaler, APartOfAnImageIsScaledAsItsSamplesSay) {
+  Random random(17);
+  Image whole = randomImage(random, {40, 40});
+  for (const int width : {1, 5, 16, 24, 33})
+    for (const WinSize to : {WinSize{32, 32}, {48, 6}, {3, 64}}) {
+      WinBitmapAlpha part = whole.bitmap();
+      part.left = 3;
+      part.top = 2;
+      part.right = part.left + width;
+      part.bottom = part.top + 24;
+      const WinBitmapAlpha::FunctionBilinear up(part, static_cast<double>(width) / to.width,
+                                                24.0 / to.height);
+      const WinBitmapAlpha::FunctionAreaAverage down(part, static_cast<double>(width) / to.width,
+                                                     24.0 / to.height, {0, 0, to.width, to.height});
+      for (const WinBitmapAlpha::Function* function :
+           {static_cast<const WinBitmapAlpha::Function*>(&up),
+            static_cast<const WinBitmapAlpha::Function*>(&down)}) {
+        Image written(to);
+        written.bitmap().write(*function);
+        for (int y = 0; y < to.height; ++y)
+          for (int x = 0; x < to.width; ++x)
+            ASSERT_EQ(function->sample(x, y), written.at(x, y)) << width << ": " << x << ", " << y;
+      }
+    }
+}
+
 // Doubling puts each target pixel a quarter beside a source pixel: the weights are 27/32 and 5/32.
 TEST(WinScaler, EnlargingWeighsByTheCubicAndLosesAtTheEdges) {
   const Pixels row = scaled(Image({2, 1}, {0xFF000000, 0xFF0000FF}), {4, 1});

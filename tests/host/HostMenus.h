@@ -1,6 +1,8 @@
 // HostMenus: the popup menus that the host's stand-in holds.
 #pragma once
 
+#include "raw/RawString.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -10,6 +12,7 @@ struct Entry {
   uint32_t flags;
   uintptr_t item;
   uintptr_t data;
+  RawLayer::RawString text{};
 };
 using Menu = std::vector<Entry>;
 

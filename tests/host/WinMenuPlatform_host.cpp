@@ -20,4 +20,10 @@ bool insertMenuEntry(void* menu, uint32_t flags, uintptr_t item, uintptr_t data)
   return true;
 }
 
+bool insertMenuText(void* menu, uint32_t flags, uintptr_t item, const RawLayer::RawString& text) {
+  if (HostFaults::fails(HostFaults::Query)) return false;
+  static_cast<HostMenus::Menu*>(menu)->push_back({flags, item, 0, text});
+  return true;
+}
+
 } // namespace WinLayer
