@@ -1,0 +1,10 @@
+#include "win/WinListBoxItem.h"
+
+namespace WinLayer {
+
+void WinListBoxItemUnit::Reset() {
+  flags &= IsHeader | IsFooter;
+  rect = {};
+}
+
+} // namespace WinLayer
