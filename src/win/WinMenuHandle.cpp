@@ -10,6 +10,9 @@ namespace {
 constexpr uint32_t ItemFlags = 0x0500;
 constexpr uint32_t SubmenuFlags = 0x0510;
 constexpr uint32_t SeparatorFlags = 0x0D00;
+// By position, with a text or a line.
+constexpr uint32_t TextFlags = 0x0400;
+constexpr uint32_t LineFlags = 0x0C00;
 
 } // namespace
 
@@ -28,6 +31,10 @@ struct WinMenuHandle::Record {
 
   void insert(uint32_t flags, uintptr_t item, uintptr_t data) {
     if (menu && insertMenuEntry(menu, flags, item, data)) ++count;
+  }
+  void insertSeparator(uint32_t flags) {
+    if (afterItem) insert(flags, 0, 0);
+    afterItem = false;
   }
 };
 
@@ -64,8 +71,16 @@ void WinMenuHandle::appendSubmenu(const WinMenuHandle& submenu, uint32_t id) {
 }
 
 void WinMenuHandle::appendSeparator() {
-  if (record_->afterItem) record_->insert(SeparatorFlags, 0, 0);
-  record_->afterItem = false;
+  record_->insertSeparator(SeparatorFlags);
+}
+
+void WinMenuHandle::appendText(uint32_t id, const RawLayer::RawString& text, uint32_t state) {
+  if (record_->menu && insertMenuText(record_->menu, TextFlags | state, id, text)) ++record_->count;
+  record_->afterItem = true;
+}
+
+void WinMenuHandle::appendLine() {
+  record_->insertSeparator(LineFlags);
 }
 
 } // namespace WinLayer

@@ -3,6 +3,8 @@
 // menu that could not be made takes no entries.
 #pragma once
 
+#include "raw/RawString.h"
+
 #include <cstdint>
 #include <memory>
 
@@ -10,6 +12,9 @@ namespace WinLayer {
 
 class WinMenuHandle {
  public:
+  // How a text entry comes up; the platform's bits.
+  enum EntryState : uint32_t { Enabled = 0, Disabled = 0x0002, Checked = 0x0008 };
+
   WinMenuHandle(); // a new, empty menu
 
   [[nodiscard]] void* menu() const;    // the platform's handle; null when it could not be made
@@ -23,6 +28,10 @@ class WinMenuHandle {
   void appendSubmenu(const WinMenuHandle& submenu, uint32_t id);
   // Dropped at the top and behind another separator.
   void appendSeparator();
+  // Entries at the end that the platform draws, the text in any encoding; `state` is a sum of
+  // EntryState. appendLine is their separator, dropped as the other.
+  void appendText(uint32_t id, const RawLayer::RawString& text, uint32_t state = Enabled);
+  void appendLine();
 
  private:
   struct Record;

@@ -69,14 +69,31 @@ TEST(WinPixels, BlendingDividesWithoutRoundingForEveryPairAndAlpha) {
       }
 }
 
+TEST(WinPixels, ARowDividesWithoutRoundingForEveryPairAndAlpha) {
+  std::vector<uint32_t> row(256);
+  for (uint32_t alpha = 0; alpha <= 255; ++alpha)
+    for (uint32_t above = 0; above <= 255; ++above) {
+      for (uint32_t below = 0; below <= 255; ++below) row[below] = below << 16 | 0xFF00FF00 | below;
+      const std::vector<uint32_t> pixels(256, alpha << 24 | above << 16 | 0xFF00 | above);
+      blendPixels(row.data(), pixels.data(), row.size());
+      for (uint32_t below = 0; below <= 255; ++below) {
+        const uint32_t expected = (below * (255 - alpha) + above * alpha) / 255;
+        if (row[below] != (expected << 16 | 0xFF00 | expected))
+          FAIL() << alpha << " " << below << " " << above;
+      }
+    }
+}
+
 TEST(WinPixels, ARowIsBlendedPixelByPixel) {
   uint32_t seed = 1;
   const auto random = [&seed] { return seed = seed * 1664525 + 1013904223; };
   std::vector<uint32_t> pixels;
   std::vector<uint32_t> row;
   std::vector<uint32_t> expected;
-  for (uint32_t i = 0; i < 1000; ++i) {
-    const uint32_t alpha = i % 3 == 0 ? 0u : i % 3 == 1 ? 0xFFu : random() >> 24;
+  for (uint32_t i = 0; i < 1003; ++i) {
+    // One kind alone and many of it in a row.
+    const uint32_t kind = i < 500 ? i % 3 : i / 7 % 3;
+    const uint32_t alpha = kind == 0 ? 0u : kind == 1 ? 0xFFu : random() >> 24;
     pixels.push_back(alpha << 24 | random() >> 8);
     row.push_back(random());
     expected.push_back(blendPixel(row.back(), pixels.back()));

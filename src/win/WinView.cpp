@@ -117,9 +117,7 @@ int32_t WinView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return OnMenuCommand(static_cast<uint32_t>(wParam), lParam);
   case WM_KEYDOWN:
     if (wParam == VK_TAB) {
-      if (owner)
-        SendMessageW(owner->window, WinMessageMoveFocus, identifier,
-                     GetKeyState(VK_SHIFT) < 0 ? 1 : 0);
+      passFocus(GetKeyState(VK_SHIFT) < 0);
       return 0;
     }
     if (wParam == VK_ESCAPE) {
@@ -187,6 +185,10 @@ WinRect WinView::windowRect() const {
 
 void WinView::postCode(uint32_t code) const {
   if (window) PostMessageW(window, WM_COMMAND, MAKEWPARAM(identifier, code), 0);
+}
+
+void WinView::passFocus(bool backwards) const {
+  if (owner) SendMessageW(owner->window, WinMessageMoveFocus, identifier, backwards ? 1 : 0);
 }
 
 LRESULT WinView::sendCode(uint32_t code) const {

@@ -7,6 +7,7 @@
 // own their child views, which are members of them or outlive them.
 #pragma once
 
+#include "win/WinCodes.h"
 #include "win/WinText.h"
 #include "win/WinViewParts.h"
 
@@ -17,14 +18,6 @@ inline constexpr UINT WinMessageRemind = 0x8000;     // a blocked dialog, of its
 inline constexpr UINT WinMessageShow = 0x8001;       // a dialog
 inline constexpr UINT WinMessageMoveFocus = 0x8002;  // wParam the view's identifier, lParam 1 back
 inline constexpr UINT WinMessageMenuResult = 0x8003; // wParam the entry id
-
-// Codes of a WM_COMMAND between views: the high word, with the view's identifier in the low word.
-inline constexpr uint32_t WinCodePress = 0;
-inline constexpr uint32_t WinCodeDoubleClick = 0x1002;
-inline constexpr uint32_t WinCodeEscape = 0x1004;
-inline constexpr uint32_t WinCodeFocusLost = 0x1005;
-inline constexpr uint32_t WinCodeSelection = 0x1008;
-inline constexpr uint32_t WinCodeScrolled = 0x100A;
 
 class WinView : public WinViewResize,
                 public WinViewStyle,
@@ -75,6 +68,8 @@ class WinView : public WinViewResize,
   // Posts or sends a WM_COMMAND of this view with the code, to its own window.
   void postCode(uint32_t code) const;
   LRESULT sendCode(uint32_t code) const; // 0 without a window
+  // Gives the focus to the owner's next or previous child that takes it.
+  void passFocus(bool backwards) const;
 
  private:
   static LRESULT CALLBACK SubclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,

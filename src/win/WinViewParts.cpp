@@ -67,6 +67,13 @@ UINT textFormat(uint16_t fitFlags) {
   return format;
 }
 
+WinRect alignedInBox(const WinRect& box, int32_t height, uint16_t fitFlags) {
+  int32_t top = box.top;
+  if (fitFlags & WinViewFitting::TextBottom) top = box.bottom - height;
+  if (fitFlags & WinViewFitting::TextMiddle) top = box.top + (box.height() - height) / 2;
+  return {box.left, top, box.right, top + height};
+}
+
 // --- The window
 
 void WinViewAction::setBlockingWindow(HWND blocking) {

@@ -91,6 +91,9 @@ class WinViewFitting {
 // The platform's format of a text by fit flags: its side, and whether it wraps. Top, bottom and
 // middle are the painter's.
 UINT textFormat(uint16_t fitFlags);
+// The box, cut to `height` at the top, the bottom or in the middle by fit flags; at the top
+// without one. A content higher than its box stands out of it.
+WinRect alignedInBox(const WinRect& box, int32_t height, uint16_t fitFlags);
 
 // The rectangle of the view, in pixels of its parent's client; of the screen for a dialog.
 class WinViewResize : public WinFitRect {};
