@@ -2,14 +2,18 @@
 // configuration is read, and the start-up script has run before the switches are looked at.
 #include "app/Launcher.h"
 
+#include "app/GuiMainDialog.h"
 #include "app/GuiProfileFile.h"
+#include "app/GuiReport.h"
 #include "app/LauncherFiles.h"
 #include "app/LauncherMessages.h"
 #include "job/JobCommandList.h"
 #include "job/JobConfigFile.h"
 #include "job/JobExecutionRecord.h"
 #include "job/JobFacts.h"
+#include "job/JobIconControl.h"
 #include "job/JobLog.h"
+#include "job/JobWindowContext.h"
 #include "job/LauncherData.h"
 #include "raw/RawPath.h"
 #include "raw/RawProcess.h"
@@ -25,12 +29,20 @@ using JobLayer::JobCommandList;
 using JobLayer::JobExecutionRecord;
 using JobLayer::JobExecutorPair;
 using JobLayer::JobFacts;
+using JobLayer::JobIconControl;
 using JobLayer::JobLogServer;
 using JobLayer::LauncherData;
 
 namespace {
 constexpr uint32_t PredecessorWait = 3000; // milliseconds
-}
+
+struct ReportDialogs : JobLayer::JobDialogs {
+  void showReport(const RawString& caption, const RawString& text) override {
+    GuiReport::Show(caption, text, LauncherOptions::instance().horizontal);
+  }
+};
+
+} // namespace
 
 void Launcher::installCrashHandler() {
   static RawLayer::RawThreadDump dump;
@@ -64,6 +76,8 @@ bool Launcher::startUp(const RawParameterList& arguments, bool& accepted) {
   GuiProfileFile::instance().load(files.guiProfile);
   LauncherOptions& options = LauncherOptions::instance();
   options.load(files.configFile, arguments);
+  static ReportDialogs dialogs;
+  JobLayer::JobWindowContext::instance().installDialogs(&dialogs);
 
   JobFacts& facts = JobFacts::instance();
   facts.configFile = options.path;
@@ -72,7 +86,9 @@ bool Launcher::startUp(const RawParameterList& arguments, bool& accepted) {
   endPredecessor(options.terminateId);
   initialize();
 
-  return options.switchName.isEmpty() || runOneShot(options);
+  if (!options.switchName.isEmpty()) return runOneShot(options);
+  runWindow();
+  return true;
 }
 
 void Launcher::endPredecessor(int32_t processId) {
@@ -89,6 +105,22 @@ void Launcher::initialize() {
     const bool success = JobCommandList::instance().Execute(params, JobExecutorPair::executor());
     JobCommandList::SetResult(record, success);
   }
+}
+
+// The icon thread may still log while it stops, so the log goes last; the dialog's members outlive
+// both.
+void Launcher::runWindow() {
+  const LauncherOptions& options = LauncherOptions::instance();
+  JobIconControl& icons = JobIconControl::instance();
+  icons.setOptions(options.iconDelay, options.iconCache, options.iconExtension, options.cacheFile);
+  JobLayer::JobIconSource::install(&icons);
+
+  GuiMainDialog dialog;
+  dialog.Prepare();
+  dialog.Create();
+  dialog.RunLoop();
+  icons.stop();
+  JobLogServer::instance().stop();
 }
 
 bool Launcher::runOneShot(const LauncherOptions& options) {

@@ -21,6 +21,7 @@ class Launcher {
   static void endPredecessor(int32_t processId);
   static void initialize();
   static bool runOneShot(const LauncherOptions& options);
+  static void runWindow();
 };
 
 } // namespace AppLayer
