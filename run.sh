@@ -1,12 +1,19 @@
 #!/usr/bin/env bash
-# Builds Tarvellon and runs it as a user would:  ./run.sh [ARGUMENTS OF THE LAUNCHER]
-# Afterwards prints the log of the run and ends with the launcher's exit code. Without arguments it
-# runs the action Tour of the sample configuration.
+# Builds Tarvellon and runs it as a user would:
+#   ./run.sh                with a display: opens the launcher there, with the sample configuration.
+#                           With none: opens it on a display of its own, drops a file and presses a
+#                           button by real input, closes it, and keeps a screenshot under build/.
+#   ./run.sh ARGUMENTS...   runs the launcher with these arguments
+# Afterwards prints the log of the run and ends with the launcher's exit code.
 set -euo pipefail
 TOP=$(cd "$(dirname "$0")" && pwd)
 cd "$TOP"
 
+shows_itself=""
+if [ $# -eq 0 ] && [ -z "${DISPLAY:-}" ]; then shows_itself=yes; fi
+
 tools/setup run
+[ -z "$shows_itself" ] || tools/setup show
 
 build() {
   local log=$TOP/build/run-build.log
@@ -29,15 +36,22 @@ cp -ru share/. "$folder/"
 . "$TOP/tools/wine-env"
 wine_prepare
 
-[ $# -gt 0 ] || set -- -a Tour
+newest_log() { # the newest log that this run has written, or nothing
+  find "$WINEPREFIX/drive_c/users" "$folder" -name 'Tarvellon_*.log' -newer "$started" \
+    -printf '%T@ %p\n' 2>/dev/null | sort -n | tail -n 1 | cut -d' ' -f2-
+}
 
 started=$(mktemp)
 code=0
-wine "$folder/Tarvellon.exe" "$@" || code=$?
+if [ -n "$shows_itself" ]; then
+  # shellcheck source=tools/show-launcher
+  . "$TOP/tools/show-launcher"
+  show_launcher || code=$?
+else
+  wine "$folder/Tarvellon.exe" "$@" || code=$?
+fi
 
-# The newest log that this run has written.
-log=$(find "$WINEPREFIX/drive_c/users" "$folder" -name 'Tarvellon_*.log' -newer "$started" \
-  -printf '%T@ %p\n' 2>/dev/null | sort -n | tail -n 1 | cut -d' ' -f2-)
+log=$(newest_log)
 rm -f "$started"
 if [ -n "$log" ]; then
   echo "--- $log"

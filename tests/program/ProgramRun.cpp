@@ -58,7 +58,12 @@ bool isDialog(HWND window) {
 ProgramDialog readDialog(HWND window) {
   std::wstring text;
   EnumChildWindows(window, collectText, reinterpret_cast<LPARAM>(&text));
-  return {utf8Of(textOf(window)), utf8Of(text), utf8Of(classOf(window))};
+  RECT place{};
+  GetWindowRect(window, &place);
+  return {utf8Of(textOf(window)),
+          utf8Of(text),
+          utf8Of(classOf(window)),
+          {place.left, place.top, place.right, place.bottom}};
 }
 
 // Presses Enter on the dialog until it has gone.

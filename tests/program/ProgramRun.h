@@ -13,6 +13,9 @@ struct ProgramDialog {
   std::string caption;
   std::string text; // of all its texts, UTF-8, line ends as they were
   std::string className;
+  struct {
+    int32_t left, top, right, bottom;
+  } place; // on the screen
 };
 
 class ProgramRun {
