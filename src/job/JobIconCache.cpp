@@ -35,6 +35,23 @@ void markNamed(std::vector<bool>& named, int32_t cell) {
     named[static_cast<std::size_t>(cell)] = true;
 }
 
+// The sections of the profile on their way to whom they concern.
+class Sections : public RawProfileEnumeration::Enumerator {
+ public:
+  RawParameterList topValues; // of all sections "TopInfo"
+
+  explicit Sections(JobIconInfoList& items) : items_(items) {}
+  void onSection(const RawString& name, const RawParameterList& parameters) override {
+    if (name.equalsNoCase(topInfo()))
+      topValues.merge(parameters);
+    else
+      items_.onSection(name, parameters);
+  }
+
+ private:
+  JobIconInfoList& items_;
+};
+
 } // namespace
 
 void JobIconCache::setBuiltIn(int32_t failedId, int32_t loadingId) {
@@ -152,7 +169,7 @@ bool JobIconCache::load() {
 bool JobIconCache::readFiles() {
   RawProfile file(profile);
   if (!readData(file.readValue(identify(), dataFile()))) return false;
-  if (!readTopInfo(file) || !readItems()) return false;
+  if (!readSections()) return false;
   freeUnnamedCells();
   return true;
 }
@@ -164,19 +181,20 @@ bool JobIconCache::readData(const RawString& data) {
   return file && pool.load(file);
 }
 
-bool JobIconCache::readTopInfo(RawProfile& file) {
-  RawParameterList values;
-  if (!file.loadSection(values, topInfo())) return false;
+// In one pass, for the profile is long.
+bool JobIconCache::readSections() {
+  Sections sections(list);
+  return RawProfileEnumeration(RawProfile(profile)).enumerate(sections) &&
+         takeTopInfo(sections.topValues);
+}
+
+bool JobIconCache::takeTopInfo(const RawParameterList& values) {
   const auto number = [&](const RawString& key) { return RawLayer::toInt(values.valueOf(key)); };
   const WinLayer::WinSize size{number("IconWidth"_text), number("IconHeight"_text)};
   if (size != pool.cellSize()) return false;
   if (!values.contains("FailedId"_text) || !values.contains("LoadingId"_text)) return false;
   setBuiltIn(number("FailedId"_text), number("LoadingId"_text));
   return true;
-}
-
-bool JobIconCache::readItems() {
-  return RawProfileEnumeration(RawProfile(profile)).enumerate(list);
 }
 
 // Entries without a file are not saved, but their images are. No entry will ever ask for them, so

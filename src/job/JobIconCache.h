@@ -67,8 +67,8 @@ class JobIconCache {
   bool saveItems();
   bool readFiles();
   bool readData(const RawString& data);
-  bool readTopInfo(RawLayer::RawProfile& file);
-  bool readItems();
+  bool readSections();
+  bool takeTopInfo(const RawLayer::RawParameterList& values);
   void freeUnnamedCells();
 
   int32_t failedId_ = -1;

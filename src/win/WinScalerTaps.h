@@ -24,7 +24,7 @@ struct WinScalerTapRange {
 
 class WinScalerTaps {
  public:
-  explicit WinScalerTaps(int32_t targets, int32_t expected) {
+  WinScalerTaps(int32_t targets, int32_t expected) {
     starts_.reserve(static_cast<std::size_t>(targets) + 1);
     taps_.reserve(static_cast<std::size_t>(expected));
   }

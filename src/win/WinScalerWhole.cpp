@@ -111,12 +111,16 @@ class Pairs {
                           _mm_set1_epi32(tap->weight | second.weight << 16)});
       }
       ends_.push_back(pairs_.size());
+      isOneEach_ = isOneEach_ && pairs_.size() == target + 1;
     }
   }
   [[nodiscard]] const Pair* first() const { return pairs_.data(); }
+  // As when no target has more than two columns.
+  [[nodiscard]] bool isOneEach() const { return isOneEach_; }
   [[nodiscard]] const Pair* end(std::size_t target) const { return pairs_.data() + ends_[target]; }
 
  private:
+  bool isOneEach_ = true;
   std::vector<Pair> pairs_;
   std::vector<std::size_t> ends_;
 };
@@ -162,17 +166,19 @@ struct Shift {
   __m128i bits;
 };
 
-template <class Quotient>
+template <bool OnePair, class Quotient>
 void sumColumns(const uint16_t* sums, const Pairs& columns, const Quotient& quotient, uint32_t* out,
                 std::size_t width) {
   const Pair* pair = columns.first();
+  const auto product = [&](const Pair& two) {
+    const __m128i both = _mm_unpacklo_epi16(lanesOf(sums, two.first), lanesOf(sums, two.second));
+    return _mm_madd_epi16(both, two.weights);
+  };
   const auto next = [&](std::size_t x) {
+    if constexpr (OnePair) return quotient(product(pair[x]));
     __m128i sum = _mm_setzero_si128();
-    for (const Pair* end = columns.end(x); pair < end; ++pair) {
-      const __m128i both =
-          _mm_unpacklo_epi16(lanesOf(sums, pair->first), lanesOf(sums, pair->second));
-      sum = _mm_add_epi32(sum, _mm_madd_epi16(both, pair->weights));
-    }
+    for (const Pair* end = columns.end(x); pair < end; ++pair)
+      sum = _mm_add_epi32(sum, product(*pair));
     return quotient(sum);
   };
   std::size_t x = 0;
@@ -202,7 +208,10 @@ void fill(const WinBitmapAlpha& source, const WholeTaps& across, const WholeTaps
     for (; tap < down.end(y); ++tap)
       addRow(source.row(tap->index) + source.left, tap->weight, width, sums.data());
     uint32_t* out = target.row(target.top + static_cast<int32_t>(y)) + target.left;
-    sumColumns(sums.data(), pairs, quotient, out, across.targets());
+    if (pairs.isOneEach())
+      sumColumns<true>(sums.data(), pairs, quotient, out, across.targets());
+    else
+      sumColumns<false>(sums.data(), pairs, quotient, out, across.targets());
   }
 }
 
