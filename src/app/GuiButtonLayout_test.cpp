@@ -148,6 +148,37 @@ TEST_F(GuiButtonLayoutTest, AHiddenButtonTakesNoPlaceInARow) {
   EXPECT_EQ(rect(2), (WinRect{15, 0, 30, 24}));
 }
 
+// --- What the units cover together
+
+TEST_F(GuiButtonLayoutTest, LaidOutUnitsCoverAllOfTheirSize) {
+  for (const bool horizontal : {false, true}) {
+    layout.horizontal = horizontal;
+    buttons.clear();
+    add(Hidden | Title, "h");
+    addSome();
+    add(Hidden | Title, "h");
+    add(Separator, "-");
+    EXPECT_EQ(GuiButtonLayout::seamlessSize(buttons), WinSize());
+    const WinSize size = arranged();
+    EXPECT_EQ(GuiButtonLayout::seamlessSize(buttons), size);
+  }
+}
+
+TEST_F(GuiButtonLayoutTest, AChangedListHasGapsUntilItIsLaidOutAgain) {
+  addSome();
+  arranged();
+  buttons.erase(buttons.nodeAt(1));
+  EXPECT_EQ(GuiButtonLayout::seamlessSize(buttons), WinSize());
+  const WinSize size = arranged();
+  EXPECT_EQ(GuiButtonLayout::seamlessSize(buttons), size);
+  add(Title, "new");
+  EXPECT_EQ(GuiButtonLayout::seamlessSize(buttons), WinSize());
+}
+
+TEST_F(GuiButtonLayoutTest, AnEmptyListCoversNothing) {
+  EXPECT_EQ(GuiButtonLayout::seamlessSize(buttons), WinSize());
+}
+
 // --- Hit testing
 
 TEST_F(GuiButtonLayoutTest, AHitTakesAllFourEdgesIn) {

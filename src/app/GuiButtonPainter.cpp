@@ -22,7 +22,8 @@ bool standsInside(const WinRect& inner, const WinRect& outer) {
          inner.bottom <= outer.bottom;
 }
 
-// A title of one line and without tabs needs none of the platform's formatting.
+// A title of one line and without tabs needs none of the platform's formatting. It is not clipped
+// to its measured width either: some fonts' last letters stand out of it by a pixel.
 bool isPlainLine(const RawString& wide) {
   const char16_t* units = wide.wide();
   return std::none_of(units, units + wide.length(), [](char16_t unit) { return unit < u' '; });
@@ -85,9 +86,8 @@ void GuiButtonPainter::drawTitles() {
 void GuiButtonPainter::drawTitle(const PendingTitle& title) const {
   const RawString wide = title.title->shareAs(RawLayer::EncodingWide);
   if (isPlainLine(wide)) {
-    const RECT area = WinLayer::platformRect(title.area);
-    ExtTextOutW(buffer_.dc(), area.left, area.top, ETO_CLIPPED, &area, WinLayer::wideUnits(wide),
-                static_cast<UINT>(wide.length()), nullptr);
+    ExtTextOutW(buffer_.dc(), title.area.left, title.area.top, 0, nullptr,
+                WinLayer::wideUnits(wide), static_cast<UINT>(wide.length()), nullptr);
   } else {
     WinLayer::drawText(buffer_.dc(), *title.title, title.area, TitleFormat);
   }

@@ -256,11 +256,8 @@ void GuiSelectorBox::openMenuAtCursor() {
 int32_t GuiSelectorBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
   case WM_KEYDOWN:
-    if (pressOwnKey(wParam, false)) return 0;
-    break;
   case WM_SYSKEYDOWN:
-    // The platform has to see that a key came with Alt, else its release opens the window's menu.
-    if (pressOwnKey(wParam, true)) return WinLayer::WinNotHandled;
+    if (pressOwnKey(wParam, message == WM_SYSKEYDOWN)) return 0;
     break;
   case WM_DROPFILES:
     handleDrop(reinterpret_cast<HDROP>(wParam));

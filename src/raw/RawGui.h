@@ -10,7 +10,8 @@ namespace RawLayer {
 // `item` is its id or, with the popup flag, its submenu's handle.
 bool insertMenu(void* menu, uint32_t position, uint32_t flags, uintptr_t item,
                 const RawString& text);
-// The path of a dropped file, counted from 0; 260 units at most, empty when there is none.
+// The path of a dropped file, counted from 0; empty when there is none or when it has more
+// than 260 units.
 RawString dropFile(void* drop, uint32_t index, int32_t encoding = EncodingUtf8);
 uint32_t dropFileCount(void* drop);
 

@@ -113,6 +113,13 @@ TEST(RawGuiWin, DroppedFilesHaveTheirPaths) {
   EXPECT_TRUE(dropFile(drop.get(), 0xFFFFFFFF).isEmpty());
 }
 
+TEST(RawGuiWin, APathThatIsTooLongIsNotCutDown) {
+  const std::wstring fits = L"c:\\" + std::wstring(257, L'x');
+  const auto drop = dropOf(fits + L'\0' + fits + L'y' + L'\0');
+  EXPECT_EQ(dropFile(drop.get(), 0).length(), 260);
+  EXPECT_TRUE(dropFile(drop.get(), 1).isEmpty());
+}
+
 TEST_F(RawTextExtent, PlainTextIsMeasuredUnitByUnit) {
   const auto positions = measure(raw("iWi"), {0, 3}, Wide);
   EXPECT_EQ(fit_, 3);

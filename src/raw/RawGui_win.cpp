@@ -54,6 +54,9 @@ RawString dropFile(void* drop, uint32_t index, int32_t encoding) {
   // The number of all ones asks for a count.
   if (index == CountDropped) return RawString(encoding);
   const auto handle = static_cast<HDROP>(drop);
+  // Cut down, a longer path would name something else.
+  if (DragQueryFileW(handle, index, nullptr, 0) > static_cast<UINT>(DropPathUnits))
+    return RawString(encoding);
   return queryText(
       encoding, DropPathUnits,
       [=](char* buffer, int32_t room) { return DragQueryFileA(handle, index, buffer, room) != 0; },

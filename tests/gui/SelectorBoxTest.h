@@ -47,8 +47,10 @@ class SelectorBoxFixture : public InputFixture {
   static std::string sections(const std::vector<std::string>& names) {
     std::string text;
     for (const std::string& name : names)
-      text += "[Selector:" + name + "]\r\nDefine {\r\n  Seen=$(Seen)" + name +
-              ":$(KeyState);\r\n}\r\n\r\n";
+      text += "[Selector:" + name +
+              "]\r\nExpand {\r\n  Before=$(Seen)\r\n  Key=$(KeyState)\r\n  Define {\r\n    "
+              "Seen=$(Before)" +
+              name + ":$(Key);\r\n  }\r\n}\r\n\r\n";
     return text;
   }
   void load(const std::string& configuration) {
@@ -115,23 +117,21 @@ class SelectorBoxFixture : public InputFixture {
   }
   COLORREF at(int32_t x, int32_t y) { return pixel(box.window, x, y); }
 
-  // A key that comes with Alt. The key behind it keeps the release of Alt from opening the menu.
   void keyWithAlt(uint16_t code) {
     keyDown(VK_MENU);
     pressKey(code);
-    pressKey(VK_F13);
     keyUp(VK_MENU);
     settle();
   }
   // Drops files with the pointer at a point of the client.
-  void drop(const std::vector<std::wstring>& paths, int32_t x, int32_t y) {
+  void drop(const std::vector<std::wstring>& paths, int32_t x, int32_t y, bool withAlt = false) {
     POINT place{x, y};
     ClientToScreen(box.window, &place);
     movePointer(place.x, place.y);
     settle();
     std::wstring text;
     for (const std::wstring& path : paths) text += path + L'\0';
-    text += L'\0';
+    text.append(2, L'\0'); // where no path ends the list needs both
     const size_t size = text.size() * sizeof(wchar_t);
     const HGLOBAL block = GlobalAlloc(GHND, sizeof(DROPFILES) + size);
     auto* files = static_cast<DROPFILES*>(GlobalLock(block));
@@ -139,7 +139,14 @@ class SelectorBoxFixture : public InputFixture {
     files->fWide = TRUE;
     memcpy(files + 1, text.data(), size);
     GlobalUnlock(block);
+    // Behind the move, which would bring the keys of the display with it.
+    if (withAlt) keyDown(VK_MENU);
+    settle();
     PostMessageW(box.window, WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0);
+    settle();
+    if (!withAlt) return;
+    pressKey(VK_F13); // Alt alone would open the window's menu
+    keyUp(VK_MENU);
     settle();
   }
 

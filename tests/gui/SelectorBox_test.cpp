@@ -122,7 +122,7 @@ TEST_F(SelectorBox, ARunIsLoggedAndKnowsTheBoxesPlace) {
   pressRow(0);
   const Lines diary = bed.diary();
   ASSERT_GT(diary.size(), before + 1);
-  EXPECT_EQ(diary[before + 1], "$ (Selector)a") << diary[before];
+  EXPECT_EQ(diary[before + 1], "@User>Executor|$ (Selector)a") << diary[before];
   const JobLayer::JobRectangle& place = JobLayer::JobWindowContext::instance().rectangle;
   EXPECT_EQ((WinRect{place.left, place.top, place.right, place.bottom}), box.windowRect());
 }
@@ -592,11 +592,7 @@ TEST_F(SelectorBox, ADropBesideTheRowsAppends) {
 
 TEST_F(SelectorBox, ADropWithAltAppendsInItsOrder) {
   showRows({"a", "b"});
-  keyDown(VK_MENU);
-  drop({L"C:\\1", L"C:\\2", L"C:\\3"}, 20, middleOf(0));
-  pressKey(VK_F13);
-  keyUp(VK_MENU);
-  settle();
+  drop({L"C:\\1", L"C:\\2", L"C:\\3"}, 20, middleOf(0), true);
   EXPECT_EQ(shown(), "ab12[3]");
   EXPECT_EQ(JobTestBed::variable("Selector"), "C:\\3");
 }
@@ -615,10 +611,15 @@ TEST_F(SelectorBox, ADropIsARecordInTheLog) {
   const size_t before = bed.diary().size();
   drop({L"C:\\one"}, 20, middleOf(0));
   const Lines diary = bed.diary();
-  ASSERT_GT(diary.size(), before + 2);
-  EXPECT_EQ(std::count(diary.begin() + static_cast<int64_t>(before), diary.end(),
-                       "@User>Executor|$ (Drop-Insert)"),
-            2);
+  const auto lineOf = [&](const std::string& line) {
+    return std::find(diary.begin() + static_cast<int64_t>(before), diary.end(), line);
+  };
+  const auto opened = lineOf("@User>Executor|$ (Drop-Insert)");
+  ASSERT_NE(opened, diary.end());
+  EXPECT_NE(std::find(opened, diary.end(), "@User>Executor|$ (Selector)one"), diary.end());
+  EXPECT_EQ(diary.end()[-2], "@Executor>User|$ Success");
+  EXPECT_EQ(diary.end()[-1], "#End:Executor");
+  EXPECT_EQ(std::count(opened, diary.end(), "#End:Executor"), 2); // of the run and of the drop
 }
 
 TEST_F(SelectorBox, NamesOfAnyScriptAreKept) {
@@ -628,6 +629,15 @@ TEST_F(SelectorBox, NamesOfAnyScriptAreKept) {
                      "a");
   EXPECT_NE(file().find("[Selector:\xE9\x81\xB8\xE6\x8A\x9E \xF0\x9F\x98\x80.txt]"),
             std::string::npos);
+}
+
+TEST_F(SelectorBox, APathThatIsTooLongIsPassedOverWhole) {
+  showRows({"a"});
+  const std::wstring longest = L"C:\\" + std::wstring(257, L'x');
+  drop({longest + L"y", longest, L"C:\\two"}, 20, middleOf(0));
+  EXPECT_EQ(shown(), std::string(257, 'x') + "[two]a");
+  drop({longest + L"y"}, 20, middleOf(0));
+  EXPECT_EQ(box.items.count(), 3);
 }
 
 TEST_F(SelectorBox, ADropOfNothingChangesNothing) {
@@ -660,7 +670,6 @@ TEST_F(SelectorBox, ASelectorMayBeDeletedWhileItsScriptRuns) {
 TEST_F(SelectorBox, ADropThatIsRunMayEmptyTheList) {
   show("[Selector:*]\r\nNoSuchThing\r\n\r\n" + sections({"a"}));
   bed.dialogs.onReport = [this] {
-    keyWith(VK_CONTROL, 'A');
     box.markAll();
     box.OnMenuCommand(Menu::DeleteItems, 0);
     settle();
@@ -671,7 +680,7 @@ TEST_F(SelectorBox, ADropThatIsRunMayEmptyTheList) {
 }
 
 TEST_F(SelectorBox, ASetUpOfADropMayEmptyTheList) {
-  show("[Selector:*]\r\nTitle=$(Calc:x)\r\n\r\n" + sections({"a", "b"}));
+  show("[Selector:*]\r\nTitle=$(Calc\r\n\r\n" + sections({"a", "b"}));
   int reports = 0;
   bed.dialogs.onReport = [&] {
     if (++reports != 1) return;

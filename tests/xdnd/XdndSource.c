@@ -147,11 +147,27 @@ static void serveRequest(const XSelectionRequestEvent* request) {
   XFlush(display);
 }
 
+/* A window that takes drops has gone: there is nobody to wait for. */
+static void forgetTarget(void) {
+  target = None;
+  isAccepted = 0;
+  isAnswered = isFinished = 1;
+}
+
+/* Requests to windows that have just gone are no fault of ours. */
+static int ignoreError(Display* unused, XErrorEvent* error) {
+  (void)unused;
+  if (error->resourceid == target) forgetTarget();
+  return 0;
+}
+
 static void serveEvents(void) {
   while (XPending(display)) {
     XEvent event;
     XNextEvent(display, &event);
-    if (event.type == SelectionRequest) {
+    if (event.type == DestroyNotify && event.xdestroywindow.window == target) {
+      forgetTarget();
+    } else if (event.type == SelectionRequest) {
       serveRequest(&event.xselectionrequest);
     } else if (event.type == ClientMessage && event.xclient.message_type == atoms[AtomStatus]) {
       isAccepted = (event.xclient.data.l[1] & 1) != 0;
@@ -184,8 +200,10 @@ static void moveTo(int x, int y) {
     if (target != None) sendToTarget(atoms[AtomLeave], 0, 0, 0, 0);
     target = found;
     isAccepted = 0;
-    if (target != None)
+    if (target != None) {
+      XSelectInput(display, target, StructureNotifyMask);
       sendToTarget(atoms[AtomEnter], Version << 24, (long)atoms[AtomUriList], None, None);
+    }
   }
   if (target != None) {
     isAnswered = 0;
@@ -241,8 +259,9 @@ static int drop(int x, int y, int hold) {
     sendToTarget(atoms[AtomLeave], 0, 0, 0, 0);
     return ExitRefused;
   }
+  isFinished = 0;
   sendToTarget(atoms[AtomDrop], 0, CurrentTime, 0, 0);
-  return serveUntil(&isFinished, AnswerLimit) ? 0 : ExitSilent;
+  return serveUntil(&isFinished, AnswerLimit) && target != None ? 0 : ExitSilent;
 }
 
 static int readNumber(const char* text, int* number) {
@@ -269,6 +288,7 @@ int main(int argc, char** argv) {
   display = XOpenDisplay(NULL);
   if (!display || !XTestQueryExtension(display, &unused, &unused, &unused, &unused))
     return ExitDisplay;
+  XSetErrorHandler(ignoreError);
   XInternAtoms(display, (char**)atomNames, AtomCount, False, atoms);
   uriList = makeUriList(argv + first + 2, argc - first - 2);
 
