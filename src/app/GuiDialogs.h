@@ -14,8 +14,8 @@ class GuiDialogs : public JobLayer::JobDialogs {
  public:
   using RawString = RawLayer::RawString;
 
-  // Menus and dialogs open above or below a horizontal launcher, else at its sides. Makes this the
-  // implementation behind the scripts' dialogs.
+  // Makes this the implementation behind the scripts' dialogs. Menus and dialogs open above or
+  // below a horizontal launcher, else at its sides.
   static void install(bool isHorizontal);
 
   void showReport(const RawString& caption, const RawString& text) override;

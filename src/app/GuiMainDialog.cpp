@@ -3,6 +3,7 @@
 #include "app/GuiMainDialog.h"
 
 #include "app/GuiMainCommands.h"
+#include "app/GuiMenuDraw.h"
 #include "app/GuiProfileFile.h"
 #include "app/LauncherOptions.h"
 #include "job/JobExecutionRecord.h"
@@ -55,6 +56,12 @@ WinSize measured(WinView& box) {
   WinRect content;
   box.MeasureText(content);
   return {content.width(), content.height()};
+}
+
+// Of the program's own popup menu, which is a window of the platform's.
+void repaintOpenMenu() {
+  if (!JobWindowContext::instance().menuOpen.isSet()) return;
+  if (const HWND menu = FindWindowW(L"#32768", nullptr)) InvalidateRect(menu, nullptr, FALSE);
 }
 
 WinSize sizeOf(const WinRect& rect) {
@@ -199,6 +206,14 @@ int32_t GuiMainDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (wParam != VK_TAB) break;
     focusFirstBox();
     return 0;
+  case WM_MEASUREITEM:
+    if (wParam != 0) break; // of a menu's entries only
+    GuiMenuDraw::MeasureMenuItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
+    return 1;
+  case WM_DRAWITEM:
+    if (wParam != 0) break;
+    GuiMenuDraw::DrawMenuItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+    return 1;
   case GuiTray::CallbackMessage:
     if (lParam == WM_LBUTTONDOWN || lParam == WM_RBUTTONDOWN) openTrayMenu();
     return 0;
@@ -249,6 +264,10 @@ void GuiMainDialog::dispatchCommand(uint32_t code) {
     break;
   case MainCommandRepaint:
     invalidate();
+    JobIconControl::instance().cache.save();
+    break;
+  case MainCommandRepaintMenu:
+    repaintOpenMenu();
     JobIconControl::instance().cache.save();
     break;
   default:

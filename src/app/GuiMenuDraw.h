@@ -3,7 +3,6 @@
 // Main thread, inside the tracking of a menu or not.
 #pragma once
 
-#include "job/JobMenuList.h"
 #include "win/WinPlatform.h"
 
 namespace AppLayer {
@@ -14,11 +13,6 @@ class GuiMenuDraw {
   static void MeasureMenuItem(MEASUREITEMSTRUCT& item);
   // Draws the entry; nothing when there is no such entry.
   static void DrawMenuItem(const DRAWITEMSTRUCT& item);
-  // An open menu is to be painted again, for icons that have come. Nothing when none is open.
-  static void repaintOpenMenu();
-
- private:
-  static const JobLayer::JobMenuUnit* unitOf(ULONG_PTR id);
 };
 
 } // namespace AppLayer

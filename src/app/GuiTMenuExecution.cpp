@@ -22,6 +22,15 @@ void openByAssociation(const RawString& path) {
   RawLayer::RawShell(path).execute(RawString::emptyStatic(), RawString::emptyStatic());
 }
 
+// Loaded when it is needed, as it takes longer than the rest of a start, and from the system's
+// folder alone. Never freed: the next choice uses it again.
+decltype(ChooseFontW)* fontDialog() {
+  const HMODULE library = LoadLibraryExW(L"comdlg32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  if (!library) return nullptr;
+  return reinterpret_cast<decltype(ChooseFontW)*>(
+      reinterpret_cast<void*>(GetProcAddress(library, "ChooseFontW")));
+}
+
 // Lets the user change the font; false when it stays as it is.
 bool chooseFont(HWND owner, WinFont& font) {
   CHOOSEFONTW choice{};
@@ -29,7 +38,8 @@ bool chooseFont(HWND owner, WinFont& font) {
   choice.hwndOwner = owner;
   choice.lpLogFont = &font.description;
   choice.Flags = CF_INITTOLOGFONTSTRUCT | CF_EFFECTS | CF_FORCEFONTEXIST | CF_NOVERTFONTS;
-  return ChooseFontW(&choice) != FALSE;
+  const auto show = fontDialog();
+  return show && show(&choice) != FALSE;
 }
 
 void fillSubmenu(WinMenuHandle& menu, const std::vector<GuiTitleEntry>& entries) {

@@ -2,9 +2,9 @@
 // configuration is read, and the start-up script has run before the switches are looked at.
 #include "app/Launcher.h"
 
+#include "app/GuiDialogs.h"
 #include "app/GuiMainDialog.h"
 #include "app/GuiProfileFile.h"
-#include "app/GuiReport.h"
 #include "app/LauncherFiles.h"
 #include "app/LauncherMessages.h"
 #include "job/JobCommandList.h"
@@ -13,7 +13,6 @@
 #include "job/JobFacts.h"
 #include "job/JobIconControl.h"
 #include "job/JobLog.h"
-#include "job/JobWindowContext.h"
 #include "job/LauncherData.h"
 #include "raw/RawPath.h"
 #include "raw/RawProcess.h"
@@ -35,13 +34,6 @@ using JobLayer::LauncherData;
 
 namespace {
 constexpr uint32_t PredecessorWait = 3000; // milliseconds
-
-struct ReportDialogs : JobLayer::JobDialogs {
-  void showReport(const RawString& caption, const RawString& text) override {
-    GuiReport::Show(caption, text, LauncherOptions::instance().horizontal);
-  }
-};
-
 } // namespace
 
 void Launcher::installCrashHandler() {
@@ -76,8 +68,7 @@ bool Launcher::startUp(const RawParameterList& arguments, bool& accepted) {
   GuiProfileFile::instance().load(files.guiProfile);
   LauncherOptions& options = LauncherOptions::instance();
   options.load(files.configFile, arguments);
-  static ReportDialogs dialogs;
-  JobLayer::JobWindowContext::instance().installDialogs(&dialogs);
+  GuiDialogs::install(options.horizontal);
 
   JobFacts& facts = JobFacts::instance();
   facts.configFile = options.path;

@@ -63,7 +63,7 @@ void JobIconCache::setBuiltIn(int32_t failedId, int32_t loadingId) {
 int32_t JobIconCache::imageOf(int32_t handle) {
   const RawLockScope ring(locks.list);
   const RawLockScope fields(locks.state);
-  JobIconInfoUnit* unit = JobIconInfoList::element(list.nodeAt(handle));
+  JobIconInfoUnit* unit = list.at(handle);
   if (!unit) return -1;
   unit->unused = 0;
   return unit->imageId;

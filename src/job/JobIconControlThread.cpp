@@ -69,7 +69,7 @@ JobIconControl::Work JobIconControl::nextWork() {
   const RawLockScope ring(cache.locks.list);
   const RawLockScope fields(cache.locks.state);
   Work work;
-  work.unit = JobIconInfoList::element(cache.list.nodeAt(cache.queuePosition));
+  work.unit = cache.list.at(cache.queuePosition);
   if (work.unit) {
     work.copy = *work.unit;
     ++cache.queuePosition;

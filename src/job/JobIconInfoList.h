@@ -1,13 +1,17 @@
 // JobIconInfoUnit, JobIconInfoList: which image of the pool came from which file.
 //
 // The position of an entry in the list is its handle, so entries are appended and never taken out
-// while the program runs. No lock: the owner guards the list.
+// while the program runs. No lock: the owner guards the list, also where nothing but looks things
+// up, for that keeps an index.
 #pragma once
 
 #include "job/JobFacts.h"
 
 #include "raw/RawList.h"
 #include "raw/RawProfile.h"
+
+#include <unordered_map>
+#include <vector>
 
 namespace JobLayer {
 
@@ -40,11 +44,15 @@ class JobIconInfoList : public RawLayer::RawListR<JobIconInfoListAllocator, JobI
   // Cells up to this one are built-in images, which are neither saved nor freed.
   int32_t firstFreeId = -1;
 
-  // The position of the first entry with the index and the file, in any case; -1 without one.
+  // The entry at a position; null outside the list. Does not walk.
+  [[nodiscard]] JobIconInfoUnit* at(int32_t position) const;
+  // The position of the first entry with the index and the file, in any case; -1 without one. Does
+  // not walk. An entry keeps its file and index from when it is appended.
   [[nodiscard]] int32_t find(const RawString& file, int32_t iconIndex) const;
   [[nodiscard]] bool isBuiltIn(int32_t imageId) const { return imageId <= firstFreeId; }
   // Gives all entries up for an empty list.
-  void renew() { renewRing(); }
+  void renew();
+  void destroy(JobIconInfoUnit* element) override;
 
   // The name of an entry's section in the profile.
   static const RawString& sectionName();
@@ -52,6 +60,13 @@ class JobIconInfoList : public RawLayer::RawListR<JobIconInfoListAllocator, JobI
   bool saveSections(RawLayer::RawLineFile& writer, const RawString& prefix) override;
   // Appends the entry of such a section, one run older; sections of other names are passed over.
   void onSection(const RawString& name, const RawLayer::RawParameterList& parameters) override;
+
+ private:
+  void clearIndex() const;
+  void extendIndex() const; // by what was appended since
+
+  mutable std::vector<JobIconInfoUnit*> units_;               // by position
+  mutable std::unordered_map<uint64_t, int32_t> firstByHash_; // the first position with the hash
 };
 
 } // namespace JobLayer

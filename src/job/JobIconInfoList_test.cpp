@@ -54,6 +54,46 @@ TEST(JobIconInfoList, FindsTheFirstWithIndexAndFileInAnyCase) {
   EXPECT_EQ(list.find(raw("b.exe2"), 0), -1);
 }
 
+TEST(JobIconInfoList, TheSameNameInAnotherEncodingIsTheSame) {
+  JobIconInfoList list;
+  add(list, "C:\\b.exe", -3);
+  EXPECT_EQ(list.find(RawString::fromWide(u"c:\\B.EXE"), -3), 0);
+  EXPECT_EQ(list.find(RawString::fromWide(u"c:\\B.EXE"), 3), -1);
+}
+
+TEST(JobIconInfoList, AnEntryIsKnownByItsPositionAsSoonAsItIsAppended) {
+  JobIconInfoList list;
+  EXPECT_EQ(list.at(0), nullptr);
+  for (int32_t i = 0; i < 200; ++i) {
+    const JobIconInfoUnit& unit = add(list, "file" + std::to_string(i) + ".exe", i % 3);
+    if (i % 7 == 0) {
+      EXPECT_EQ(list.at(i), &unit);
+    }
+  }
+  for (int32_t i = 0; i < 200; ++i) {
+    EXPECT_EQ(list.at(i), JobIconInfoList::element(list.nodeAt(i)));
+    EXPECT_EQ(list.find(raw("FILE" + std::to_string(i) + ".exe"), i % 3), i);
+  }
+  for (const int32_t outside : {-1, 200, INT32_MAX, INT32_MIN})
+    EXPECT_EQ(list.at(outside), nullptr);
+}
+
+TEST(JobIconInfoList, NothingOfWhatHasGoneIsFound) {
+  JobIconInfoList list;
+  add(list, "a.exe", 0);
+  const JobIconInfoUnit& second = add(list, "b.exe", 0);
+  EXPECT_EQ(list.find(raw("b.exe"), 0), 1);
+  list.erase(list.first());
+  EXPECT_EQ(list.find(raw("a.exe"), 0), -1);
+  EXPECT_EQ(list.find(raw("b.exe"), 0), 0);
+  EXPECT_EQ(list.at(0), &second);
+  list.renew();
+  EXPECT_EQ(list.find(raw("b.exe"), 0), -1);
+  EXPECT_EQ(list.at(0), nullptr);
+  add(list, "c.exe", 0);
+  EXPECT_EQ(list.find(raw("c.exe"), 0), 0);
+}
+
 TEST(JobIconInfoList, EvictedEntriesCountInPositions) {
   JobIconInfoList list;
   add(list, "a.exe", 0, 5, JobIconInfoUnit::Evicted);

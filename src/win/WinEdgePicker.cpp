@@ -10,6 +10,7 @@ namespace {
 
 // Where a maximised window of the system's lies: its frame is beyond the screen.
 constexpr int32_t MaximisedPlace = -8;
+constexpr UINT Disabled = MF_BYCOMMAND | MF_DISABLED | MF_GRAYED;
 constexpr WPARAM SizeNormal = 0;
 constexpr WPARAM SizeMaximised = 2;
 
@@ -334,16 +335,18 @@ void WinEdgePicker::postCommand(uint32_t command, WinPoint point) const {
   PostMessageW(dialogWindow(), WM_SYSCOMMAND, command, MAKELPARAM(place.x, place.y));
 }
 
-void WinEdgePicker::disableEntries(HMENU menu) const {
-  const bool minimises = hasStyle(WS_MINIMIZEBOX) || hasEdgeFlag(EdgeMinimizeButton);
-  const bool maximises = hasStyle(WS_MAXIMIZEBOX) || hasEdgeFlag(EdgeMaximizeButton);
-  const auto unless = [menu](bool stays, UINT command) {
-    if (!stays) EnableMenuItem(menu, command, MF_BYCOMMAND | MF_DISABLED | MF_GRAYED);
+// The platform greys by the window's style alone, so what the hook offers instead is enabled here.
+void WinEdgePicker::prepareEntries(HMENU menu) const {
+  const auto prepare = [this, menu](UINT command, DWORD ownStyle, WinEdgeFlag offer) {
+    if (hasStyle(ownStyle)) return true;
+    const bool isOffered = hasEdgeFlag(offer);
+    EnableMenuItem(menu, command, isOffered ? UINT{MF_BYCOMMAND} : Disabled);
+    return isOffered;
   };
-  unless(minimises, SC_MINIMIZE);
-  unless(maximises, SC_MAXIMIZE);
-  unless(minimises || maximises, SC_RESTORE);
-  unless(hasStyle(WS_THICKFRAME) || hasEdgeFlag(EdgeResize), SC_SIZE);
+  const bool minimises = prepare(SC_MINIMIZE, WS_MINIMIZEBOX, EdgeMinimizeButton);
+  const bool maximises = prepare(SC_MAXIMIZE, WS_MAXIMIZEBOX, EdgeMaximizeButton);
+  if (!minimises && !maximises) EnableMenuItem(menu, SC_RESTORE, Disabled);
+  prepare(SC_SIZE, WS_THICKFRAME, WinEdgeFlag::EdgeResize);
 }
 
 // The menu runs a loop of its own: the view and this hook may be gone behind it.
@@ -354,7 +357,7 @@ int32_t WinEdgePicker::handleRightPress(WinPoint point) {
   const HWND dialog = dialogWindow();
   const HMENU menu = GetSystemMenu(dialog, FALSE);
   if (!menu) return WinNotHandled;
-  disableEntries(menu);
+  prepareEntries(menu);
   const POINT place = onScreen(edgeView_.window, point);
   const auto command = static_cast<WPARAM>(
       TrackPopupMenuEx(menu, TPM_RIGHTBUTTON | TPM_RETURNCMD, place.x, place.y, dialog, nullptr));

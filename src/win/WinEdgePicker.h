@@ -83,7 +83,7 @@ class WinEdgePicker : public WinViewHook, public WinEdgeResize {
   void updateHover(WinPoint point);
   void dragStep(WinPoint point);
   void postCommand(uint32_t command, WinPoint point) const;
-  void disableEntries(HMENU menu) const;
+  void prepareEntries(HMENU menu) const;
   void invalidateButton(const WinEdgeButton& button) const;
   void drawButton(HDC dc, const WinEdgeButton& button);
   void drawGlyph(HDC dc, const WinEdgeButton& button, COLORREF colour);

@@ -153,8 +153,8 @@ int32_t WinEditBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     OnFocusIn();
     return 0;
   case WM_KILLFOCUS:
-    WinPlaneBox::OnMessage(message, wParam, lParam);
     OnFocusOut();
+    WinPlaneBox::OnMessage(message, wParam, lParam); // tells the owner: the last thing to do
     return 0;
   case WM_KEYDOWN:
     return onKeyDown(wParam);
@@ -195,8 +195,8 @@ void WinEditBox::OnFocusIn() {
 
 void WinEditBox::OnFocusOut() {
   KillTimer(window, CaretTimer);
-  isCaretShown_ = false;
   input_.onFocusLost();
+  isCaretShown_ = false;
   invalidate();
 }
 
@@ -229,6 +229,7 @@ int32_t WinEditBox::onMouse(UINT message, LPARAM lParam) {
     endDrag();
     return 0;
   case WM_RBUTTONDOWN:
+  case WM_RBUTTONDBLCLK: // a second press soon after the first
     OnContextMenu(point);
     return 0;
   default: // the other presses and releases mean nothing here

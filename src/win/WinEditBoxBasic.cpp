@@ -13,6 +13,9 @@ enum Key : uint32_t {
   KeyBackspace = 0x08,
   KeyTab = 0x09,
   KeyEnter = 0x0D,
+  KeyShift = 0x10,
+  KeyControl = 0x11,
+  KeyAlt = 0x12,
   KeyEscape = 0x1B,
   KeyEnd = 0x23,
   KeyHome = 0x24,
@@ -28,7 +31,12 @@ constexpr uint32_t TypedBits = 0xFF;
 constexpr uint32_t FirstTyped = 32;
 constexpr uint32_t DeleteCharacter = 127;
 
-constexpr int32_t ClipboardLimit = 0x1000000; // units
+// Held down for another key, they are none themselves.
+bool isModifier(uint32_t key) {
+  return key == KeyShift || key == KeyControl || key == KeyAlt;
+}
+
+constexpr int32_t ClipboardLimit = 0x100000; // units
 
 } // namespace
 
@@ -60,6 +68,7 @@ const WinEditBoxBasic::KeyRule WinEditBoxBasic::keyRules[] = {
 };
 
 bool WinEditBoxBasic::pressKey(uint32_t virtualKey, bool shift, bool control) {
+  if (isModifier(virtualKey)) return false;
   const KeyRule* found = nullptr;
   for (const KeyRule& rule : keyRules)
     if (!found && rule.key == virtualKey && (control || !rule.needsControl)) found = &rule;
@@ -93,6 +102,7 @@ void WinEditBoxBasic::copy() const {
 void WinEditBoxBasic::paste() {
   if (isReadOnly()) return;
   const RawString text = RawLayer::getClipboard(ClipboardLimit);
+  if (text.isEmpty()) return; // no text, or no clipboard: the selection stays
   info.insert(pasteFilter && !isMultiLine() ? pasteFilter->textToInsert(text) : text);
 }
 

@@ -199,6 +199,13 @@ TEST(WinEditBoxKeys, AnyOtherKeyForgetsTheColumn) {
   EXPECT_EQ(box.place(), "9");
 }
 
+TEST(WinEditBoxKeys, KeysThatAreHeldForOthersForgetNothing) {
+  EditBoxBed box(u"abc\r\nd\r\nefg", Lines);
+  plain(box.at(2), Down);
+  for (const uint32_t modifier : {0x10, 0x11, 0x12}) EXPECT_FALSE(withShift(box, modifier));
+  EXPECT_EQ(box.info.wantedColumn, 20);
+}
+
 TEST(WinEditBoxKeys, ASingleLineBoxLeavesUpAndDown) {
   EditBoxBed box(u"abc");
   EXPECT_FALSE(plain(box, Up));
@@ -242,6 +249,14 @@ TEST(WinEditBoxKeys, ControlVPastesInPlaceOfTheSelection) {
   EXPECT_TRUE(withControl(box.selecting(1, 3), 'V'));
   EXPECT_EQ(box.text(), u"aXYZd");
   EXPECT_EQ(box.place(), "4");
+}
+
+TEST(WinEditBoxKeys, PastingNothingLeavesTheSelection) {
+  fillClipboard(""_text);
+  EditBoxBed box(u"abcd");
+  withControl(box.selecting(1, 3), 'V');
+  EXPECT_EQ(box.text(), u"abcd");
+  EXPECT_EQ(box.place(), "1-3");
 }
 
 TEST(WinEditBoxKeys, ASingleLineBoxPastesThroughItsFilter) {

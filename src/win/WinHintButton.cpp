@@ -82,35 +82,35 @@ int32_t WinHintButton::OnChildNotify(uint32_t code) {
   return answer;
 }
 
-void WinHintButton::buildMenu() {
-  menu_ = WinMenuHandle();
+WinMenuHandle WinHintButton::builtMenu() const {
+  WinMenuHandle menu;
   const RawString shown = edit ? edit->GetTitle() : RawString();
   uint32_t id = 0;
   for (const RawLabelUnit& unit : labels.elements()) {
     ++id;
     if (unit.label.equals("-"_text)) {
-      menu_.appendLine();
+      menu.appendLine();
       continue;
     }
     const RawString text = takenText(unit).shareAs(RawLayer::EncodingUtf8);
     const bool isShown = edit && (caseSensitive ? text.equals(shown) : text.equalsNoCase(shown));
-    menu_.appendText(id, menuText(unit.label),
-                     isShown ? WinMenuHandle::Checked : WinMenuHandle::Enabled);
+    menu.appendText(id, menuText(unit.label),
+                    isShown ? WinMenuHandle::Checked : WinMenuHandle::Enabled);
   }
+  return menu;
 }
 
 void WinHintButton::ShowMenu(bool marksFirst) {
-  if (labels.count() == 0 || !window || menu_.isOpen()) return;
-  buildMenu();
-  const WinMenuHandle menu = menu_; // kept, whatever the loop below does to this button
-  const auto handle = static_cast<HMENU>(menu.menu());
+  if (labels.count() == 0 || !window || (menu_ && menu_->isOpen())) return;
+  menu_ = builtMenu();
+  const auto handle = static_cast<HMENU>(menu_->menu());
   if (marksFirst) SetMenuDefaultItem(handle, 0, TRUE);
   const WinRect place = windowRect();
-  menu_.setOpen(true);
+  menu_->setOpen(true);
   const auto chosen = static_cast<WPARAM>(
       TrackPopupMenuEx(handle, TPM_LEFTALIGN | TPM_TOPALIGN | TPM_LEFTBUTTON | TPM_RETURNCMD,
                        place.left, place.bottom, window, nullptr));
-  menu_.setOpen(false);
+  menu_->setOpen(false);
   if (chosen != 0 && window) SendMessageW(window, WinMessageMenuResult, chosen, 0);
 }
 

@@ -13,6 +13,8 @@
 #include "win/WinButton.h"
 #include "win/WinMenuHandle.h"
 
+#include <optional>
+
 namespace WinLayer {
 
 class WinEditBox;
@@ -43,10 +45,10 @@ class WinHintButton : public WinButton {
   bool onKey(WPARAM key) override;
 
  private:
-  void buildMenu();
+  [[nodiscard]] WinMenuHandle builtMenu() const;
   void drawArrow(HDC dc, const WinRect& rect) const;
 
-  WinMenuHandle menu_;
+  std::optional<WinMenuHandle> menu_; // from the first opening on
 };
 
 } // namespace WinLayer

@@ -93,8 +93,9 @@ void WinInfoDialog::OnResized() {
   lower_.ApplyAnchors();
   for (WinView* child : {static_cast<WinView*>(&image_), static_cast<WinView*>(&text_),
                          static_cast<WinView*>(&row_)}) {
+    const WinRect before = child->rect;
     child->ApplyAnchors();
-    child->moveWindow(true);
+    if (child->rect != before) child->moveWindow(true); // the first size is that of the set-up
   }
 }
 
@@ -103,10 +104,20 @@ bool WinInfoDialog::OnMinMaxInfo(WinSize&, WinSize&) {
   return true;
 }
 
+// The answers have the focus from the first activation on, so they are painted once.
 int32_t WinInfoDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message != WM_COPYDATA) return WinDialog::OnMessage(message, wParam, lParam);
-  finish(WinSelectorButton::numberIn(lParam));
-  return 1;
+  switch (message) {
+  case WM_SETFOCUS:
+    if (!row_.window) break;
+    SetFocus(row_.window);
+    return 0;
+  case WM_COPYDATA:
+    finish(WinSelectorButton::numberIn(lParam));
+    return 1;
+  default:
+    break;
+  }
+  return WinDialog::OnMessage(message, wParam, lParam);
 }
 
 int32_t WinInfoDialog::OnCommand(WinView& view, uint32_t code) {

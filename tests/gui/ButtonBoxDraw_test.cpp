@@ -204,6 +204,7 @@ TEST_F(GuiButtonBoxDraw, TheWindowIsAnOwnerDrawnChildThatTakesFiles) {
   EXPECT_EQ(style & (WS_CHILD | WS_VISIBLE | BS_OWNERDRAW),
             static_cast<DWORD>(WS_CHILD | WS_VISIBLE | BS_OWNERDRAW));
   EXPECT_TRUE(GetWindowLongPtrW(box().window, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
+  EXPECT_EQ(box().edgeFlags & 0xFF, 5); // moves the window, opens the system menu
   EXPECT_EQ(GetWindow(box().window, GW_CHILD), nullptr);
 }
 
@@ -238,6 +239,47 @@ TEST_F(GuiButtonBoxTips, LeavingHidesIt) {
   EXPECT_TRUE(showsTip());
 }
 
+TEST_F(GuiButtonBoxTips, WithTheFocusLookLeavingLetsItStand) {
+  open(button("a"));
+  pointAt(0);
+  ASSERT_TRUE(showsTip());
+  SetFocus(box().window);
+  ASSERT_TRUE(has(Property::FocusLook));
+  movePointer(20, 20);
+  EXPECT_TRUE(pumpUntil([this] { return box().inside == 0; }));
+  settle();
+  EXPECT_NE(tipWindow(), nullptr);
+}
+
+TEST_F(GuiButtonBoxTips, ATrackedMoveOfMoreThanFivePixelsHidesIt) {
+  open(button("a", "Title=A title of some width\r\n"));
+  pointAt(0);
+  ASSERT_TRUE(showsTip());
+  POINT at{centreOf(0).x, centreOf(0).y};
+  ScreenToClient(box().window, &at);
+  const auto moves = [&](int32_t x, int32_t y) {
+    return box().OnMouseMoveTracked({at.x + x, at.y + y});
+  };
+  EXPECT_TRUE(moves(5, -5));
+  EXPECT_TRUE(moves(-5, 5));
+  EXPECT_NE(tipWindow(), nullptr);
+  EXPECT_FALSE(moves(0, -6));
+  EXPECT_EQ(tipWindow(), nullptr);
+  EXPECT_FALSE(moves(6, 0));
+}
+
+TEST_F(GuiButtonBoxTips, NoRestMakesMovesTracked) {
+  open(button("a", "Title=A title of some width\r\n"));
+  EXPECT_EQ(box().hoverTime, 500U);
+  pointAt(0);
+  ASSERT_TRUE(showsTip());
+  EXPECT_EQ(box().trackMoves, 0);
+  const WinPoint point = centreOf(0);
+  movePointer(point.x + 20, point.y);
+  settle();
+  EXPECT_NE(tipWindow(), nullptr);
+}
+
 TEST_F(GuiButtonBoxTips, APressWithTheFocusHidesItAndNoneComesThen) {
   open(button("a"));
   pointAt(0);
@@ -249,9 +291,10 @@ TEST_F(GuiButtonBoxTips, APressWithTheFocusHidesItAndNoneComesThen) {
   EXPECT_EQ(tipWindow(), nullptr);
 }
 
-TEST_F(GuiButtonBoxTips, SeparatorsHaveNone) {
-  open(button("a") + Separator);
-  const WinRect area = GuiButtonLayout::rectOf(*buttons().at(1));
+TEST_F(GuiButtonBoxTips, SeparatorsAndHiddenButtonsHaveNone) {
+  open(button("h", "Hidden=True\r\n") + button("a") + Separator);
+  EXPECT_FALSE(box().OnMouseHover({3, 0}));
+  const WinRect area = GuiButtonLayout::rectOf(*buttons().at(2));
   EXPECT_FALSE(box().OnMouseHover({area.left + 2, area.bottom - 2}));
   EXPECT_FALSE(box().OnMouseHover({area.left + 2, area.bottom + 50}));
   EXPECT_EQ(tipWindow(), nullptr);

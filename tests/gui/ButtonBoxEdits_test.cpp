@@ -206,6 +206,15 @@ TEST_F(GuiButtonBoxDrops, OtherButtonsOnlyBecomeCurrent) {
   EXPECT_EQ(names(), "a,d");
 }
 
+TEST_F(GuiButtonBoxDrops, OnTheLineOfAHiddenButtonNothingRuns) {
+  open(button("h", "Hidden=True\r\nDropRun=True\r\n") + button("d", "DropRun=True\r\n"));
+  const WinPoint line = onScreen(3, 0);
+  movePointer(line.x, line.y);
+  drop({L"C:\\x.txt"});
+  EXPECT_EQ(cursor(), 0);
+  EXPECT_TRUE(runs().empty());
+}
+
 TEST_F(GuiButtonBoxDrops, WithAltFilesOnAButtonComeInReverseOrder) {
   openWith("ab", 0);
   pointAt(1);

@@ -2,6 +2,7 @@
 #include "gui/ButtonBoxBed.h"
 
 #include "app/GuiMainCommands.h"
+#include "job/JobWindowContext.h"
 
 using namespace AppLayer;
 using namespace WindowTest;
@@ -38,6 +39,22 @@ TEST_F(GuiButtonBoxMouse, ARightReleaseRunsItWithItsOwnKey) {
   pressRight(0);
   ASSERT_EQ(runs().size(), 1U);
   EXPECT_EQ(runs()[0].substr(0, 9), "a RButton");
+}
+
+TEST_F(GuiButtonBoxMouse, TheScriptKnowsWhereItsButtonStandsOnTheScreen) {
+  open(button("a") + button("b"));
+  JobLayer::JobRectangle known;
+  bed.dialogs.onReport = [&] { known = JobLayer::JobWindowContext::instance().rectangle; };
+  pressLeft(1);
+  const WinRect area = GuiButtonLayout::rectOf(*buttons().at(1));
+  const WinPoint topLeft = onScreen(area.left, area.top);
+  const WinPoint bottomRight = onScreen(area.right, area.bottom);
+  const JobLayer::JobRectangle expected{topLeft.x, topLeft.y, bottomRight.x, bottomRight.y};
+  EXPECT_EQ(known, expected);
+  known = {};
+  key(VK_RETURN);
+  EXPECT_EQ(known, expected);
+  bed.dialogs.onReport = nullptr;
 }
 
 TEST_F(GuiButtonBoxMouse, TheFaceIsBackBeforeTheScriptStarts) {

@@ -141,21 +141,28 @@ TEST_F(Endurance, TwoLaunchersOnOneConfigurationLeaveAWholeFile) {
     for (const char* name : {"D", "E", "F"})
       EXPECT_EQ(countOf(file, std::string("[Button:") + name + "]"), 1) << file;
   };
-  for (int32_t round = 1; round <= 20 && !HasFailure(); ++round) {
-    // The menu's insertion, posted to both without waiting for either.
-    for (const LauncherWindow* each : {&launcher, &second}) {
-      const LPARAM middle = MAKELPARAM(12, RowHeight / 2);
-      PostMessageW(each->buttons(), WM_LBUTTONDOWN, MK_LBUTTON, middle);
-      PostMessageW(each->buttons(), WM_LBUTTONUP, 0, middle);
-      PostMessageW(each->buttons(), WinLayer::WinMessageMenuResult, 1, 0);
-    }
-    EXPECT_TRUE(waitUntil([&] {
-      const std::string file = launcher.configuration();
-      if (file.empty()) return false; // it is being replaced
-      expectWhole(file);
-      return countOf(file, "[Button:-]") == round || HasFailure();
-    })) << launcher.configuration();
+  constexpr int32_t Rounds = 20;
+  const LONG height = LauncherWindow::clientSize(launcher.window()).cy;
+  // The menu's insertion, posted; the window grows behind the save.
+  const auto insert = [](const LauncherWindow& each) {
+    const LPARAM middle = MAKELPARAM(12, RowHeight / 2);
+    PostMessageW(each.buttons(), WM_LBUTTONDOWN, MK_LBUTTON, middle);
+    PostMessageW(each.buttons(), WM_LBUTTONUP, 0, middle);
+    PostMessageW(each.buttons(), WinLayer::WinMessageMenuResult, 1, 0);
+  };
+  const auto hasInserted = [height](const LauncherWindow& each, int32_t count) {
+    return LauncherWindow::clientSize(each.window()).cy == height + 7 * count;
+  };
+  for (int32_t round = 1; round <= Rounds && !HasFailure(); ++round) {
+    insert(launcher);
+    insert(second);
+    ASSERT_TRUE(
+        waitUntil([&] { return hasInserted(launcher, round) && hasInserted(second, round); }));
+    expectWhole(launcher.configuration());
   }
+  insert(launcher); // all that it has done is in the file once it is the last
+  ASSERT_TRUE(waitUntil([&] { return hasInserted(launcher, Rounds + 1); }));
+  EXPECT_EQ(countOf(launcher.configuration(), "[Button:-]"), Rounds + 1);
   EXPECT_TRUE(second.close());
   EXPECT_TRUE(launcher.close());
   expectWhole(launcher.configuration());

@@ -180,11 +180,20 @@ void LauncherWindow::rightPress(HWND where, int32_t x, int32_t y) {
 void LauncherWindow::drag(HWND where, POINT from, POINT to) {
   const POINT first = onScreen(where, from.x, from.y);
   const POINT last = onScreen(where, to.x, to.y);
+  const auto isServed = [where] {
+    DWORD_PTR answer = 0;
+    return SendMessageTimeoutW(where, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, AnswerLimit, &answer) != 0;
+  };
   WindowTest::movePointer(first.x, first.y);
   WindowTest::mouseButton(MOUSEEVENTF_LEFTDOWN);
-  for (int32_t step = 1; step <= DragSteps; ++step)
-    WindowTest::movePointer(first.x + (last.x - first.x) * step / DragSteps,
-                            first.y + (last.y - first.y) * step / DragSteps);
+  // Input that comes while a window is being moved may be lost, so each step is let through.
+  for (int32_t step = 1; step <= DragSteps; ++step) {
+    const POINT next{first.x + (last.x - first.x) * step / DragSteps,
+                     first.y + (last.y - first.y) * step / DragSteps};
+    WindowTest::movePointer(next.x, next.y);
+    WindowTest::settle();
+    isServed();
+  }
   WindowTest::mouseButton(MOUSEEVENTF_LEFTUP);
 }
 

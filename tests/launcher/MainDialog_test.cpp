@@ -427,6 +427,35 @@ TEST_F(MainDialog, QuitLauncherEndsItWhenItsScriptHasRun) {
   EXPECT_GT(log.find("|$ Terminate\r\n"), behind);
 }
 
+TEST_F(MainDialog, QuitLauncherThatADialogOfItsRunKeptWaitingEndsItBehindTheRun) {
+  launcher.configure("[Button:Fault]\r\nTitle=Fault\r\nQuitLauncher\r\nOpenFile {\r\n}\r\n");
+  ASSERT_TRUE(launcher.open());
+  pressButton(0);
+  const HWND report = launcher.waitForClass(L"Class_InfoDialog");
+  ASSERT_NE(report, nullptr);
+  PostMessageW(launcher.window(), WM_CLOSE, 0, 0); // a close that meets a blocked window is lost
+  ASSERT_TRUE(waitUntil([&] { return WindowTest::bringToFront(report); }));
+  EXPECT_TRUE(launcher.isRunning());
+  WindowTest::pressKey(VK_RETURN);
+  EXPECT_TRUE(launcher.waitForEnd());
+  EXPECT_EQ(launcher.exitCode(), 0U);
+  EXPECT_EQ(launcher.countInLog("|$ Terminate\r\n"), 1);
+}
+
+TEST_F(MainDialog, ACloseThatMeetsADialogIsLost) {
+  launcher.configure("[Button:Fault]\r\nTitle=Fault\r\nOpenFile {\r\n}\r\n");
+  ASSERT_TRUE(launcher.open());
+  pressButton(0);
+  const HWND report = launcher.waitForClass(L"Class_InfoDialog");
+  ASSERT_NE(report, nullptr);
+  PostMessageW(launcher.window(), WM_CLOSE, 0, 0);
+  ASSERT_TRUE(waitUntil([&] { return WindowTest::bringToFront(report); }));
+  WindowTest::pressKey(VK_RETURN);
+  ASSERT_TRUE(launcher.waitUntilGone(report));
+  pressButton(0); // it still serves
+  EXPECT_NE(launcher.waitForClass(L"Class_InfoDialog"), nullptr);
+}
+
 TEST_F(MainDialog, ASelectorsScriptMayQuitAtTheStart) {
   launcher.configure("[Option]\r\nViewSelector=True\r\n[Selector:One]\r\nQuitLauncher\r\n");
   ASSERT_TRUE(launcher.start());

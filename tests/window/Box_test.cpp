@@ -173,7 +173,7 @@ TEST_F(WinStaticBoxWindow, TextStandsWhereTheFitFlagsSay) {
   EXPECT_LE(rightBottom.right, BoxWidth - 2);
   EXPECT_GT(rightBottom.right, BoxWidth - 7);
   EXPECT_GT(rightBottom.top, BoxHeight / 2);
-  EXPECT_NEAR(middle.left, BoxWidth - middle.right, 3);
+  EXPECT_NEAR(middle.left, BoxWidth - middle.right, 6);
   EXPECT_GT(middle.top, leftTop.top);
   EXPECT_LT(middle.top, rightBottom.top);
 }

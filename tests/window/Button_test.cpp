@@ -222,3 +222,25 @@ TEST_F(Button, EachMarkOfALineBreakIsReplaced) {
   button.SetUp("a\\nb\\\\n\\n"_text, 0, 0);
   EXPECT_TRUE(button.GetTitle().equals("a\r\nb\\\r\n\r\n"_text));
 }
+
+// --- Faces
+
+TEST_F(Button, FacesAreKeptByLookAndSize) {
+  WinButtonFaces faces;
+  const uint32_t* normal = faces.pixels({40, 20}, Draw::CornersAll);
+  EXPECT_EQ(faces.pixels({40, 20}, Draw::CornersAll | Draw::Toggle), normal); // the same face
+  EXPECT_NE(faces.pixels({40, 20}, Draw::CornersAll | Draw::Pressed), normal);
+  EXPECT_NE(faces.pixels({20, 40}, Draw::CornersAll), normal);
+  EXPECT_EQ(faces.pixels({40, 20}, Draw::CornersAll), normal);
+  EXPECT_EQ(faces.pixels({0, 20}, Draw::CornersAll), nullptr);
+  EXPECT_EQ(faces.pixels({40, -1}, Draw::CornersAll), nullptr);
+}
+
+TEST_F(Button, ManyFacesAreStillRight) {
+  WinButtonFaces faces;
+  std::vector<uint32_t> wanted(200 * 30);
+  for (int32_t width = 100; width <= 400; ++width) faces.pixels({width, 30}, Draw::Focused);
+  WinButtonDraw::paint(wanted.data(), {200, 30}, Draw::Focused, WinViewStyle::dialogColour());
+  const uint32_t* face = faces.pixels({200, 30}, Draw::Focused);
+  EXPECT_TRUE(std::equal(wanted.begin(), wanted.end(), face));
+}

@@ -26,6 +26,26 @@ inline HWND shownMenu() {
   return nullptr;
 }
 
+inline constexpr UINT MenuOfWindow = 0x01E1; // asks a menu's window for the menu
+
+struct MenuEntry {
+  uint32_t id;
+  std::wstring text;
+  bool isEnabled;
+};
+
+inline std::vector<MenuEntry> entriesOf(HWND menuWindow) {
+  const auto menu = reinterpret_cast<HMENU>(SendMessageW(menuWindow, MenuOfWindow, 0, 0));
+  std::vector<MenuEntry> entries;
+  for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+    wchar_t text[200] = {};
+    GetMenuStringW(menu, static_cast<UINT>(i), text, 200, MF_BYPOSITION);
+    const UINT state = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
+    entries.push_back({GetMenuItemID(menu, i), text, !(state & (MF_DISABLED | MF_GRAYED))});
+  }
+  return entries;
+}
+
 class EditBoxFixture : public InputFixture {
  protected:
   TestDialog dialog;
@@ -71,6 +91,27 @@ class EditBoxFixture : public InputFixture {
   [[nodiscard]] WinLayer::WinPoint at(int32_t position) const {
     const WinLayer::WinPoint point = box.info.pointOf(position);
     return {point.x, point.y + box.info.lineHeight / 2};
+  }
+
+  std::vector<MenuEntry> entries;
+  // Opens the menu by the right button, looks at it and chooses the n-th entry; 0 closes it.
+  void choose(int number) {
+    Steps steps;
+    steps.when([] { return shownMenu() != nullptr; },
+               [&] {
+                 entries = entriesOf(shownMenu());
+                 for (int i = 0; i < number; ++i) pressKey(VK_DOWN);
+                 pressKey(number ? VK_RETURN : VK_ESCAPE);
+               });
+    rightPress(150, 10);
+    EXPECT_TRUE(pumpUntil([&] { return steps.areDone() && !shownMenu(); }));
+    settle();
+  }
+  [[nodiscard]] bool isEnabled(uint32_t id) const {
+    for (const MenuEntry& entry : entries)
+      if (entry.id == id) return entry.isEnabled;
+    ADD_FAILURE() << "no entry " << id;
+    return false;
   }
   void control(uint16_t letter) { keyWith(VK_CONTROL, letter); }
   void shift(uint16_t letter) { keyWith(VK_SHIFT, letter); }
