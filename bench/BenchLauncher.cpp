@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -19,7 +20,8 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 constexpr int Runs = 15;
-constexpr int Edits = 9;
+constexpr int Edits = 19; // fewer than there are buttons
+constexpr std::array<int, 4> Counts{20, 200, 1000, 2000};
 constexpr DWORD Limit = 60000; // milliseconds
 constexpr int FirstChildId = 2500;
 constexpr wchar_t LauncherClass[] = L"Tarvellon";
@@ -99,18 +101,36 @@ class Place {
     return L"\"" + (folder_ / "Tarvellon.exe").wstring() + L"\"";
   }
   [[nodiscard]] int buttonsInFile() const {
-    std::ifstream file(folder_ / "Tarvellon.ini");
-    int count = 0;
-    for (std::string text; std::getline(file, text);) count += text.rfind("[Button:", 0) == 0;
-    return count;
+    return linesWith("[Button:", folder_ / "Tarvellon.ini");
+  }
+  // False when the cache has not got all icons in the time.
+  [[nodiscard]] bool waitForCache() const {
+    const auto start = Clock::now();
+    while (since(start) < Limit) {
+      if (cachedIcons() >= content_.buttons) return true;
+      Sleep(100);
+    }
+    return false;
   }
 
  private:
+  static int linesWith(const char* start, const fs::path& path) {
+    std::ifstream file(path);
+    int count = 0;
+    for (std::string text; std::getline(file, text);) count += text.rfind(start, 0) == 0;
+    return count;
+  }
+  [[nodiscard]] int cachedIcons() const {
+    std::error_code error;
+    for (const auto& each : fs::directory_iterator(folder_ / "Cache", error))
+      return linesWith("[Item]", each.path() / "IconCache.ini");
+    return 0;
+  }
   void writeConfiguration() const {
     std::ofstream file(folder_ / "Tarvellon.ini", std::ios::binary);
     file << "[Common]\r\nProgram=Tarvellon\r\n\r\n[Option]\r\nLogFolder=Log\r\n"
-         << "IconCacheFolder=Cache\r\nViewSelector="
-         << (content_.selectors > 0 ? "True" : "False") << "\r\n\r\n";
+         << "IconCacheFolder=Cache\r\nViewSelector=" << (content_.selectors > 0 ? "True" : "False")
+         << "\r\n\r\n";
     for (int i = 0; i < content_.selectors; ++i)
       file << "[Selector:Selector " << digitsOf(i) << "]\r\nTitle=Selector " << digitsOf(i)
            << "\r\n\r\n";
@@ -199,7 +219,7 @@ class Program {
 SIZE warmUp(const Place& place) {
   const Program program(place.line(), LauncherClass);
   const SIZE size = program.clientSize();
-  Sleep(3000);
+  if (!place.waitForCache()) std::printf("the icon cache is not warm\n");
   return size;
 }
 
@@ -227,8 +247,8 @@ double timeOpening(const Place& place) {
   return median(times);
 }
 
-// A button in the middle goes: list, file, set-up, layout and size have followed when the message
-// is answered.
+// A button goes, from the middle on: list, file, set-up, layout and size have followed when the
+// message is answered.
 double timeEdit(const Place& place, const Content& content) {
   const Program program(place.line(), LauncherClass);
   const HWND box = program.buttons();
@@ -244,27 +264,30 @@ double timeEdit(const Place& place, const Content& content) {
   return median(times);
 }
 
-// How much more one entry costs in a long list than in a short one.
-void reportGrowth(const char* name, const double (&times)[3]) {
-  const double small = (times[1] - times[0]) / 180;
-  const double large = (times[2] - times[1]) / 1800;
-  std::printf(
-      "%s: 20 buttons %.1f ms, 200 %.1f ms, 2000 %.1f ms; one more costs %.3f ms up to 200, "
-      "%.3f ms up to 2000, ratio %.2f (linear 1.00)\n",
-      name, times[0], times[1], times[2], small, large, large / small);
+// What one more button costs in a list of thousands, beside one of hundreds. A fixed cost, however
+// great, does not hide how the rest grows.
+void reportGrowth(const char* name, const std::vector<double>& times) {
+  std::printf("%s:", name);
+  for (size_t i = 0; i < Counts.size(); ++i)
+    std::printf(" %d buttons %.1f ms%s", Counts[i], times[i], i + 1 < Counts.size() ? "," : "\n");
+  const auto slope = [&](size_t from, size_t to) {
+    return 1000 * (times[to] - times[from]) / (Counts[to] - Counts[from]);
+  };
+  const double first = slope(0, 2);
+  const double second = slope(2, 3);
+  std::printf("%s: one more button %.1f us above 1000, %.1f us below, ratio %.2f (linear 1.00)\n",
+              name, second, first, second / first);
 }
 
 void measureGrowth() {
-  double opening[3] = {};
-  double edit[3] = {};
-  int at = 0;
-  for (const int count : {20, 200, 2000}) {
+  std::vector<double> opening;
+  std::vector<double> edit;
+  for (const int count : Counts) {
     const Content content{count, 0};
     const Place place(content);
     warmUp(place);
-    opening[at] = timeOpening(place);
-    edit[at] = timeEdit(place, content);
-    ++at;
+    opening.push_back(timeOpening(place));
+    edit.push_back(timeEdit(place, content));
   }
   reportGrowth("opening", opening);
   reportGrowth("an edit with its save", edit);

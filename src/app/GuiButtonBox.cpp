@@ -126,7 +126,8 @@ void GuiButtonBox::paint() {
                                fontHandle(),
                                {client.width(), client.height()},
                                property_.cursor,
-                               look}))
+                               look,
+                               WinLayer::rectOf(structure.rcPaint)}))
     painter_.copyTo(dc);
   EndPaint(window, &structure);
 }
@@ -146,11 +147,9 @@ int32_t GuiButtonBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return 0;
   case WM_LBUTTONDOWN:
   case WM_LBUTTONDBLCLK: // the second of two quick presses
-    pressed(pointOf(lParam), false);
-    return 0;
   case WM_RBUTTONDOWN:
   case WM_RBUTTONDBLCLK:
-    pressed(pointOf(lParam), true);
+    pressed(pointOf(lParam), message);
     return 0;
   case WM_LBUTTONUP:
     released(pointOf(lParam), "LButton"_text);
@@ -191,13 +190,15 @@ void GuiButtonBox::focusChanged(bool hasFocus) {
 
 // --- The mouse
 
-// A press on a button takes the capture, so that a release beside the box is seen too. Everywhere
-// else the left button belongs to the edge picker, which drags the window.
-void GuiButtonBox::pressed(WinPoint point, bool isRight) {
+// A press takes the capture, so that a release beside the box is seen too, unless it belongs to the
+// edge picker, which drags the window by the first of two quick presses on anything but a button.
+void GuiButtonBox::pressed(WinPoint point, UINT message) {
+  const bool isRight = message == WM_RBUTTONDOWN || message == WM_RBUTTONDBLCLK;
+  const bool drags = message == WM_LBUTTONDOWN && CanMoveAt(clientRect(), point);
   const bool withAlt = RawLayer::isKeyDownNow(VK_MENU);
   property_.cursor = hitTest(point);
   property_.set(withAlt ? Property::FocusLook : Property::PressInProgress, true);
-  if (!withAlt && (isRight || !CanMoveAt(clientRect(), point))) {
+  if (!withAlt && !drags) {
     SetCapture(window);
     hasCaptured_ = true;
   }

@@ -68,6 +68,8 @@ class GuiButtonBox : public WinLayer::WinView,
     MenuMoveDownItems = 4,
   };
 
+  static void registerTexts(); // makes the menu's texts known to the catalogue
+
   explicit GuiButtonBox(JobButtonList& buttons);
   ~GuiButtonBox() override;
   GuiButtonBox(const GuiButtonBox&) = delete;
@@ -98,7 +100,7 @@ class GuiButtonBox : public WinLayer::WinView,
   [[nodiscard]] WinPoint pointerInClient() const;
 
   void paint();
-  void pressed(WinPoint point, bool isRight);
+  void pressed(WinPoint point, UINT message);
   void released(WinPoint point, const RawString& key);
   void moved(WinPoint point);
   void endPress();
@@ -118,7 +120,7 @@ class GuiButtonBox : public WinLayer::WinView,
   std::unique_ptr<WinLayer::WinTipDialog> tip_; // made when the first tip shows
   WinPoint tipPoint_;                           // where the pointer was then, in the client
   GuiButtonBoxProperty property_;
-  bool hasCaptured_ = false; // by a press on a button
+  bool hasCaptured_ = false; // by a press that is no drag
 };
 
 } // namespace AppLayer

@@ -64,6 +64,10 @@ class DroppedFiles {
 
 } // namespace
 
+void GuiButtonBox::registerTexts() {
+  menuTexts();
+}
+
 // --- The menu
 
 // The entry comes back as a message of its own: it is served when this has returned.

@@ -22,6 +22,10 @@ bool standsInside(const WinRect& inner, const WinRect& outer) {
          inner.bottom <= outer.bottom;
 }
 
+bool overlaps(const WinRect& a, const WinRect& b) {
+  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
 // A title of one line and without tabs needs none of the platform's formatting. It is not clipped
 // to its measured width either: some fonts' last letters stand out of it by a pixel.
 bool isPlainLine(const RawString& wide) {
@@ -40,7 +44,7 @@ bool GuiButtonPainter::draw(HDC target, const Frame& frame) {
   drawGround(frame);
   int32_t index = 0;
   for (const JobButtonUnit& unit : frame.buttons.elements()) {
-    if (unit.isUsable()) drawUnit(frame, unit, index == frame.cursor ? frame.cursorLook : 0);
+    if (isWanted(frame, unit)) drawUnit(frame, unit, index == frame.cursor ? frame.cursorLook : 0);
     ++index;
   }
   drawTitles();
@@ -58,6 +62,13 @@ void GuiButtonPainter::drawGround(const Frame& frame) {
   view.fill({0, covered.height, client.width, client.height}, ground);
   for (const JobButtonUnit& unit : frame.buttons.elements())
     if (!unit.isUsable()) view.fill(GuiButtonLayout::rectOf(unit), ground);
+}
+
+// A title can stand out of its button.
+bool GuiButtonPainter::isWanted(const Frame& frame, const JobButtonUnit& unit) {
+  return unit.isUsable() && (overlaps(GuiButtonLayout::rectOf(unit), frame.part) ||
+                             (GuiButtonLayout::showsTitle(unit) &&
+                              overlaps(frame.layout.contentOf(unit).text, frame.part)));
 }
 
 void GuiButtonPainter::drawUnit(const Frame& frame, const JobButtonUnit& unit, uint32_t look) {

@@ -21,12 +21,13 @@ class GuiButtonPainter {
     WinSize client;
     int32_t cursor = -1;
     uint32_t cursorLook = 0; // WinButtonDraw's look of the current button; all others are normal
+    WinRect part = {0, 0, INT32_MAX, INT32_MAX}; // what is wanted of the client
   };
 
   explicit GuiButtonPainter(JobLayer::JobIconControl& icons) : icons_(icons) {}
 
-  // Draws a whole frame into the buffer, which is compatible with the target. False when there is
-  // no buffer.
+  // Draws the wanted part of a frame into the buffer, which is compatible with the target; what
+  // lies beside the part is undefined. False when there is no buffer.
   bool draw(HDC target, const Frame& frame);
   void copyTo(HDC target) const { buffer_.copyTo(target); }
 
@@ -36,6 +37,7 @@ class GuiButtonPainter {
     const RawString* title;
     WinRect area;
   };
+  [[nodiscard]] static bool isWanted(const Frame& frame, const JobButtonUnit& unit);
   void drawGround(const Frame& frame);
   void drawUnit(const Frame& frame, const JobButtonUnit& unit, uint32_t look);
   void drawTitles();

@@ -36,6 +36,10 @@ const RawLanguageGroup& texts() {
 
 } // namespace
 
+void GuiSelectorMenu::registerTexts() {
+  texts();
+}
+
 std::vector<GuiSelectorMenu::Entry>
 GuiSelectorMenu::entries(const JobLayer::JobMarkedRange& marked) {
   static const Row rows[] = {

@@ -21,6 +21,7 @@ struct GuiSelectorMenu {
     RawLayer::RawString text;
     bool isEnabled = false;
   };
+  static void registerTexts(); // makes them known to the catalogue
   // In the language of the user, enabled as the marked entries have it.
   static std::vector<Entry> entries(const JobLayer::JobMarkedRange& marked);
 };

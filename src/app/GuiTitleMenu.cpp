@@ -80,6 +80,10 @@ GuiTitleEntry languageEntry(const RawString& text, const RawParameterList& langu
 
 } // namespace
 
+void GuiTitleMenu::registerTexts() {
+  RawLayer::RawLanguage::instance().registerTable(groupName(), titleTexts());
+}
+
 std::vector<GuiTitleEntry> GuiTitleMenu::entries(const RawStringList& documents,
                                                  const RawParameterList& languages,
                                                  const RawString& selection) {

@@ -44,6 +44,7 @@ class GuiTitleMenu {
   static constexpr uint32_t MaxHelpFiles = 30;
   static constexpr uint32_t MaxLanguages = 29;
 
+  static void registerTexts(); // makes them known to the catalogue
   // All entries: `documents` are full paths, `languages` has their names as keys, `selection` is
   // the user's own choice, empty for the automatic one.
   static std::vector<GuiTitleEntry> entries(const RawStringList& documents,

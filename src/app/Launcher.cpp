@@ -5,6 +5,7 @@
 #include "app/GuiDialogs.h"
 #include "app/GuiMainDialog.h"
 #include "app/GuiProfileFile.h"
+#include "app/GuiSelectorMenu.h"
 #include "app/LauncherFiles.h"
 #include "app/LauncherMessages.h"
 #include "job/JobCommandList.h"
@@ -13,12 +14,15 @@
 #include "job/JobFacts.h"
 #include "job/JobIconControl.h"
 #include "job/JobLog.h"
+#include "job/JobToolMessage.h"
 #include "job/LauncherData.h"
 #include "raw/RawPath.h"
 #include "raw/RawProcess.h"
 #include "raw/RawStringList.h"
 #include "raw/RawSystem.h"
 #include "raw/RawThread.h"
+#include "win/WinEditBoxMenu.h"
+#include "win/WinInputDialog.h"
 
 namespace AppLayer {
 
@@ -65,6 +69,7 @@ bool Launcher::startUp(const RawParameterList& arguments, bool& accepted) {
   accepted = files.find(RawLayer::moduleName(), arguments);
   if (!accepted) return false;
 
+  registerTexts();
   GuiProfileFile::instance().load(files.guiProfile);
   LauncherOptions& options = LauncherOptions::instance();
   options.load(files.configFile, arguments);
@@ -80,6 +85,17 @@ bool Launcher::startUp(const RawParameterList& arguments, bool& accepted) {
   if (!options.switchName.isEmpty()) return runOneShot(options);
   runWindow();
   return true;
+}
+
+// All of them before the language is loaded, so that a fresh section of its file holds every text.
+void Launcher::registerTexts() {
+  LauncherMessages::registerTexts();
+  JobLayer::JobToolMessage::registerTexts();
+  WinLayer::WinInputDialog::registerTexts();
+  WinLayer::registerEditBoxTexts();
+  GuiButtonBox::registerTexts();
+  GuiSelectorMenu::registerTexts();
+  GuiTitleMenu::registerTexts();
 }
 
 void Launcher::endPredecessor(int32_t processId) {

@@ -18,6 +18,7 @@ class Launcher {
 
  private:
   bool startUp(const RawParameterList& arguments, bool& accepted);
+  static void registerTexts();
   static void endPredecessor(int32_t processId);
   static void initialize();
   static bool runOneShot(const LauncherOptions& options);

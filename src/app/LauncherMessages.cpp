@@ -24,6 +24,10 @@ const RawLanguageGroup& systemMessages() {
 
 } // namespace
 
+void LauncherMessages::registerTexts() {
+  systemMessages();
+}
+
 void LauncherMessages::show(const RawString& id, const RawString& argument) {
   RawLayer::messageBox(productName(), RawLanguage::substitute(systemMessages().text(id), argument));
 }

@@ -8,6 +8,7 @@ namespace AppLayer {
 
 class LauncherMessages {
  public:
+  static void registerTexts(); // makes them known to the catalogue
   // The catalogue's text of the id, its first "%s" replaced by `argument`.
   static void show(const RawLayer::RawString& id,
                    const RawLayer::RawString& argument = RawLayer::RawString::emptyStatic());

@@ -43,6 +43,10 @@ const RawLayer::RawLanguageGroup& messages() {
 
 } // namespace
 
+void JobToolMessage::registerTexts() {
+  messages();
+}
+
 void JobToolMessage::add(const RawString& tag, const RawString& value) {
   if (value.isEmpty() || count == MaxLines) return;
   lines[count++] = {tag, value};

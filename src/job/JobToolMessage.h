@@ -8,6 +8,8 @@ namespace JobLayer {
 
 class JobToolMessage {
  public:
+  static void registerTexts(); // makes the reports' texts known to the catalogue
+
   static constexpr int32_t MaxLines = 10;
   struct Line {
     RawString tag;

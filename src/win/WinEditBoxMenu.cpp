@@ -54,4 +54,8 @@ WinMenuHandle buildEditBoxMenu(const WinEditBoxInfo& info, bool hasInputContext)
   return menu;
 }
 
+void registerEditBoxTexts() {
+  messages();
+}
+
 } // namespace WinLayer

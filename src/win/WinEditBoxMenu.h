@@ -22,4 +22,7 @@ enum WinEditBoxEntry : uint32_t {
 // The menu for the box as it is now. Main thread.
 WinMenuHandle buildEditBoxMenu(const WinEditBoxInfo& info, bool hasInputContext);
 
+// Makes the menu's texts known to the catalogue.
+void registerEditBoxTexts();
+
 } // namespace WinLayer

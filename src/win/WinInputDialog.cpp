@@ -55,6 +55,10 @@ void place(WinView& view, const WinRect& rect, const WinFitRect& area, uint16_t 
 
 } // namespace
 
+void WinInputDialog::registerTexts() {
+  messages();
+}
+
 WinInputDialog::WinInputDialog() {
   className = "Class_InputDialog"_text;
   bigIconId = BigIcon;

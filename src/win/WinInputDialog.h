@@ -30,6 +30,8 @@ class WinInputDialog : public WinDialog {
     CommandHintChosen = 0x1103,
   };
 
+  static void registerTexts(); // makes the dialogs' texts known to the catalogue
+
   WinInputDialog();
   // Fills the form and sets `rect`: the client as high as the form and a quarter of the work area
   // wide, over the middle of the rectangle. An empty title gives "Input text.". Once for each

@@ -116,6 +116,22 @@ TEST_F(GuiButtonBoxMouse, TwoQuickPressesRunTwice) {
   EXPECT_EQ(runs().size(), 4U);
 }
 
+// The second of two quick presses moves no window, but its release is seen wherever it comes.
+TEST_F(GuiButtonBoxMouse, NoPressIsLeftBehindByTwoQuickOnesOnASeparator) {
+  open(button("a") + Separator + button("b"));
+  pressLeft(1);
+  mouseButton(MOUSEEVENTF_LEFTDOWN);
+  settle();
+  EXPECT_TRUE(has(Property::PressInProgress));
+  movePointer(20, 20);
+  mouseButton(MOUSEEVENTF_LEFTUP);
+  settle();
+  EXPECT_FALSE(has(Property::PressInProgress));
+  pointAt(0);
+  EXPECT_EQ(cursor(), -1);
+  EXPECT_TRUE(runs().empty());
+}
+
 TEST_F(GuiButtonBoxMouse, MovesWithoutAPressLeaveTheCursor) {
   open(button("a") + button("b"));
   pressLeft(0);

@@ -29,15 +29,14 @@ constexpr const char* Tail =
 class SelectorBox : public ::testing::Test {
  protected:
   // Opens the launcher and waits for the run of the first one.
-  void openWith(const std::vector<std::string>& names) {
+  bool openWith(const std::vector<std::string>& names) {
     launcher.configure("[Option]\r\nViewSelector=True\r\n" + selectorsOf(names) + Tail);
     const std::string text = launcher.configuration();
     head_ = text.substr(0, text.find(selectorsOf(names)));
-    ASSERT_TRUE(launcher.open());
-    ASSERT_TRUE(launcher.bringToFront());
-    ASSERT_NE(launcher.selectors(), nullptr);
-    measureRows(names);
-    ASSERT_TRUE(launcher.waitForLog(runOf(names.front())));
+    if (!launcher.open() || !launcher.bringToFront() || !launcher.selectors()) return false;
+    if (!measureRows(names) || !launcher.waitForLog(runOf(names.front()))) return false;
+    layouts_ = launcher.countInLog(Layout);
+    return layouts_ > 0;
   }
   static std::string runOf(const std::string& name) { return "|$ (Selector)" + name + "\r\n"; }
   static std::string traceOf(const std::string& name, const std::string& key) {
@@ -75,23 +74,35 @@ class SelectorBox : public ::testing::Test {
       ASSERT_TRUE(launcher.waitForLog(runOf(name), 2));
     }
   }
+  // Whether the menu has gone and its loop, which takes all input, is over.
+  bool hasEnded(HWND menu) {
+    return launcher.waitUntilGone(menu) && waitUntil([this] {
+             GUITHREADINFO info{};
+             info.cbSize = sizeof info;
+             GetGUIThreadInfo(GetWindowThreadProcessId(launcher.window(), nullptr), &info);
+             return !(info.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE)) && !info.hwndCapture;
+           });
+  }
   // Chooses the entry of the open menu that so many presses of the arrow lead to.
   void choose(uint16_t arrow, int32_t presses) {
     const HWND menu = launcher.waitForClass(LauncherWindow::MenuClass);
     ASSERT_NE(menu, nullptr);
     for (int32_t i = 0; i < presses; ++i) WindowTest::pressKey(arrow);
     WindowTest::pressKey(VK_RETURN);
-    ASSERT_TRUE(launcher.waitUntilGone(menu));
+    ASSERT_TRUE(hasEnded(menu));
   }
   // The whole file, to the byte.
   [[nodiscard]] std::string fileWith(const std::vector<std::string>& names) const {
     return head_ + selectorsOf(names) + Tail;
   }
-  ::testing::AssertionResult fileBecomes(const std::vector<std::string>& names) const {
-    const std::string expected = fileWith(names);
-    if (waitUntil([&] { return launcher.configuration() == expected; }))
-      return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << launcher.configuration();
+  // What the next edit leaves. The file is looked at when it has been saved, and not before: one
+  // that somebody reads at that moment cannot be replaced.
+  ::testing::AssertionResult fileBecomes(const std::vector<std::string>& names) {
+    if (!launcher.waitForLog(Layout, ++layouts_) || !launcher.settle())
+      return ::testing::AssertionFailure() << "no edit: " << launcher.run.log();
+    const std::string text = launcher.configuration();
+    return text == fileWith(names) ? ::testing::AssertionSuccess()
+                                   : ::testing::AssertionFailure() << text;
   }
 
   LauncherWindow launcher;
@@ -117,7 +128,7 @@ class SelectorBox : public ::testing::Test {
   }
   [[nodiscard]] int32_t middleOf(int32_t row) const { return middles_[static_cast<size_t>(row)]; }
   // There are so many rows that they, and not the buttons, make the height.
-  void measureRows(const std::vector<std::string>& names) {
+  bool measureRows(const std::vector<std::string>& names) {
     const auto lines = static_cast<int32_t>(std::count(names.begin(), names.end(), "-"));
     const int32_t titles = static_cast<int32_t>(names.size()) - lines;
     const int32_t height = LauncherWindow::clientSize(launcher.selectors()).cy;
@@ -128,9 +139,11 @@ class SelectorBox : public ::testing::Test {
       middles_.push_back(top + extent / 2);
       top += extent;
     }
-    ASSERT_EQ(top + Margin, height);
+    return top + Margin == height;
   }
 
+  static constexpr const char* Layout = "|$ SetupButtons"; // each edit asks for the size
+  int32_t layouts_ = 0;
   std::string head_;
   std::vector<int32_t> middles_;
 };
@@ -140,7 +153,7 @@ class SelectorBox : public ::testing::Test {
 // --- Running
 
 TEST_F(SelectorBox, TheFirstOneRunsAtEachStartAsIfItWasPressed) {
-  openWith({"a", "b", "c"});
+  ASSERT_TRUE(openWith({"a", "b", "c"}));
   EXPECT_TRUE(launcher.waitForLog(traceOf("a", "LButton")));
   EXPECT_EQ(runs(), 1);
   ASSERT_TRUE(launcher.close());
@@ -151,7 +164,7 @@ TEST_F(SelectorBox, TheFirstOneRunsAtEachStartAsIfItWasPressed) {
 }
 
 TEST_F(SelectorBox, ASeparatorThatIsTheFirstRunsItsEmptyBlock) {
-  openWith({"-", "a", "b", "c"});
+  ASSERT_TRUE(openWith({"-", "a", "b", "c"}));
   EXPECT_TRUE(launcher.close());
   EXPECT_EQ(runs(), 1);
   EXPECT_EQ(launcher.countInLog("[Row="), 0);
@@ -172,7 +185,7 @@ TEST_F(SelectorBox, InARowOfButtonsNoneRunsWhateverTheOptionSays) {
 }
 
 TEST_F(SelectorBox, ArrowKeysRunEachRowThatTheyComeTo) {
-  openWith({"a", "b", "-", "c"});
+  ASSERT_TRUE(openWith({"a", "b", "-", "c"}));
   pressAndRun(1, "b");
   key(VK_DOWN);
   EXPECT_TRUE(launcher.waitForLog(runOf("-")));
@@ -188,7 +201,7 @@ TEST_F(SelectorBox, ArrowKeysRunEachRowThatTheyComeTo) {
 }
 
 TEST_F(SelectorBox, ADoubleClickRunsItOnceForEachOfItsPresses) {
-  openWith({"a", "b", "c"});
+  ASSERT_TRUE(openWith({"a", "b", "c"}));
   press(1);
   press(1);
   EXPECT_TRUE(launcher.waitForLog(traceOf("b", "DClick"))) << launcher.run.log();
@@ -200,7 +213,7 @@ TEST_F(SelectorBox, ADoubleClickRunsItOnceForEachOfItsPresses) {
 }
 
 TEST_F(SelectorBox, AChangeOfMarksRunsTheRowUnderThePointer) {
-  openWith({"a", "b", "c", "d"});
+  ASSERT_TRUE(openWith({"a", "b", "c", "d"}));
   pressWith(VK_CONTROL, 2);
   EXPECT_TRUE(launcher.waitForLog(traceOf("c", "LButton,LControl"))) << launcher.run.log();
   pressWith(VK_SHIFT, 1);
@@ -211,7 +224,7 @@ TEST_F(SelectorBox, AChangeOfMarksRunsTheRowUnderThePointer) {
 }
 
 TEST_F(SelectorBox, AScriptMayQuitTheLauncher) {
-  openWith({"a", "b", "c"});
+  ASSERT_TRUE(openWith({"a", "b", "c"}));
   ASSERT_TRUE(launcher.close());
   launcher.configure("[Option]\r\nViewSelector=True\r\n" + selectorsOf({"a", "b"}) +
                      "[Selector:c]\r\nQuitLauncher\r\nDefine {\r\nBehind=1\r\n}\r\n");
@@ -227,7 +240,7 @@ TEST_F(SelectorBox, AScriptMayQuitTheLauncher) {
 // --- The menu
 
 TEST_F(SelectorBox, TheMenuOfARightPressWorksOnTheMarksNotOnTheRowBelowIt) {
-  openWith({"a", "b", "c"});
+  ASSERT_TRUE(openWith({"a", "b", "c"}));
   pressAndRun(1, "b");
   rightPress(0);
   choose(VK_DOWN, 1);
@@ -236,19 +249,20 @@ TEST_F(SelectorBox, TheMenuOfARightPressWorksOnTheMarksNotOnTheRowBelowIt) {
 }
 
 TEST_F(SelectorBox, EscOfTheMenuLeavesAllAsItWas) {
-  openWith({"a", "b", "c"});
+  ASSERT_TRUE(openWith({"a", "b", "c"}));
   rightPress(2);
   const HWND menu = launcher.waitForClass(LauncherWindow::MenuClass);
   ASSERT_NE(menu, nullptr);
   WindowTest::pressKey(VK_ESCAPE);
-  ASSERT_TRUE(launcher.waitUntilGone(menu));
-  pressAndRun(1, "b"); // and it serves still
+  ASSERT_TRUE(hasEnded(menu));
+  key(VK_DOWN); // and it serves still
+  EXPECT_TRUE(launcher.waitForLog(runOf("b")));
   EXPECT_EQ(launcher.configuration(), fileWith({"a", "b", "c"}));
   EXPECT_EQ(runs(), 2);
 }
 
 TEST_F(SelectorBox, EntriesOfTheMenuEditTheFile) {
-  openWith({"b", "c", "-", "a", "\xE9\x81\xB8"});
+  ASSERT_TRUE(openWith({"b", "c", "-", "a", "\xE9\x81\xB8"}));
   pressAndRun(1, "c");
   rightPress(1);
   choose(VK_DOWN, 3); // up
@@ -274,7 +288,7 @@ TEST_F(SelectorBox, EntriesOfTheMenuEditTheFile) {
 // --- Keys
 
 TEST_F(SelectorBox, AltArrowsMoveTheRowAndTheNextStartBeginsWithTheNewFirst) {
-  openWith({"a", "b", "c"});
+  ASSERT_TRUE(openWith({"a", "b", "c"}));
   pressAndRun(1, "b");
   keyWith(VK_MENU, VK_UP);
   EXPECT_TRUE(fileBecomes({"b", "a", "c"}));
@@ -283,6 +297,7 @@ TEST_F(SelectorBox, AltArrowsMoveTheRowAndTheNextStartBeginsWithTheNewFirst) {
   keyWith(VK_MENU, VK_DOWN);
   EXPECT_TRUE(fileBecomes({"a", "c", "b"}));
   keyWith(VK_MENU, VK_UP);
+  EXPECT_TRUE(fileBecomes({"a", "b", "c"}));
   keyWith(VK_MENU, VK_UP);
   EXPECT_TRUE(fileBecomes({"b", "a", "c"}));
   EXPECT_EQ(runs(), 2) << "a move runs nothing";
@@ -294,21 +309,21 @@ TEST_F(SelectorBox, AltArrowsMoveTheRowAndTheNextStartBeginsWithTheNewFirst) {
 }
 
 TEST_F(SelectorBox, ScatteredRowsGatherUpwardsInTheirOrder) {
-  openWith({"a", "x", "b", "y", "c"});
+  ASSERT_TRUE(openWith({"a", "x", "b", "y", "c"}));
   markEveryOther();
   keyWith(VK_MENU, VK_UP);
   EXPECT_TRUE(fileBecomes({"a", "b", "c", "x", "y"}));
 }
 
 TEST_F(SelectorBox, ScatteredRowsGatherDownwardsInReverse) {
-  openWith({"a", "x", "b", "y", "c"});
+  ASSERT_TRUE(openWith({"a", "x", "b", "y", "c"}));
   markEveryOther();
   keyWith(VK_MENU, VK_DOWN);
   EXPECT_TRUE(fileBecomes({"x", "y", "b", "a", "c"}));
 }
 
 TEST_F(SelectorBox, DeleteTakesTheRowAndMarksTheOneInItsPlace) {
-  openWith({"a", "b", "c", "d"});
+  ASSERT_TRUE(openWith({"a", "b", "c", "d"}));
   pressAndRun(1, "b");
   key(VK_DELETE);
   EXPECT_TRUE(fileBecomes({"a", "c", "d"}));
@@ -320,7 +335,7 @@ TEST_F(SelectorBox, DeleteTakesTheRowAndMarksTheOneInItsPlace) {
 }
 
 TEST_F(SelectorBox, WithoutAMarkDeleteWritesNoFile) {
-  openWith({"a", "b", "c"});
+  ASSERT_TRUE(openWith({"a", "b", "c"}));
   pressAndRun(1, "b");
   key(VK_SPACE);
   EXPECT_TRUE(launcher.waitForLog(runOf("b"), 2));
@@ -333,7 +348,7 @@ TEST_F(SelectorBox, WithoutAMarkDeleteWritesNoFile) {
 }
 
 TEST_F(SelectorBox, AListWithoutRowsIsTenWideInsideItsMargins) {
-  openWith({"a long title", "b", "c"});
+  ASSERT_TRUE(openWith({"a long title", "b", "c"}));
   pressAndRun(1, "b");
   keyWith(VK_CONTROL, 'A');
   key(VK_DELETE);
