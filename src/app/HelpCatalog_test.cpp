@@ -89,3 +89,15 @@ TEST_F(HelpCatalogTest, ExtensionsForTheViewerAreAList) {
   EXPECT_FALSE(RawStringList::isEnd(catalog.viewerExtensions.find(raw("htm"))));
   EXPECT_TRUE(RawStringList::isEnd(catalog.viewerExtensions.find(raw("md"))));
 }
+
+TEST_F(HelpCatalogTest, WhatComesWithTheProgramIsFound) {
+  RawLayer::RawProfile sample(raw(TARVELLON_SHARE "/Tarvellon.ini"));
+  catalog.loadFrom(sample, raw(TARVELLON_SHARE), raw("ja"));
+  EXPECT_EQ(RawLayer::nameOf(catalog.readme), raw("ReadMe_Tarvellon_ja.txt"));
+  Names names;
+  for (const RawString& path : catalog.documents.elements())
+    names.push_back(bytesOf(RawLayer::nameOf(path)));
+  EXPECT_EQ(names, (Names{"ReadMe_Manual.md", "ReadMe_Tarvellon.txt", "ReadMe_Tarvellon_ja.txt"}));
+  catalog.loadFrom(sample, raw(TARVELLON_SHARE), raw("en"));
+  EXPECT_EQ(RawLayer::nameOf(catalog.readme), raw("ReadMe_Tarvellon.txt"));
+}

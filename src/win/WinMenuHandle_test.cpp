@@ -41,3 +41,19 @@ TEST(WinMenuHandle, ASubmenuCountsAsAnItem) {
   EXPECT_EQ(menu.count(), 1);
   EXPECT_TRUE(menu.isAfterItem());
 }
+
+TEST(WinMenuHandle, TextsAndLinesFollowTheSameRules) {
+  using namespace RawLayer::RawLiterals;
+  WinMenuHandle menu;
+  menu.appendLine();
+  EXPECT_EQ(menu.count(), 0);
+  menu.appendText(1, "One"_text);
+  EXPECT_TRUE(menu.isAfterItem());
+  menu.appendLine();
+  menu.appendLine();
+  menu.appendSeparator();
+  EXPECT_EQ(menu.count(), 2);
+  EXPECT_FALSE(menu.isAfterItem());
+  menu.appendText(2, "Two"_text, WinMenuHandle::Disabled);
+  EXPECT_EQ(menu.count(), 3);
+}

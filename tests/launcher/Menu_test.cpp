@@ -330,7 +330,8 @@ TEST_F(ScriptMenu, APickedValueStaysRawUntilItIsRead) {
   ASSERT_NE(shown, nullptr);
   pressEntry(shown, 1, 2);
   EXPECT_TRUE(launcher.waitForLog("[Pickup=Hello $(Name)]"));
-  EXPECT_TRUE(launcher.waitForLog("Success (Hello World)"));
+  EXPECT_TRUE(launcher.waitForLog("Success (Hello $(Name))"));
+  EXPECT_TRUE(launcher.waitForLog("Success (World)"));
 }
 
 TEST_F(ScriptMenu, SeparatorsOfBothKindsInAPickupMenuAreNoEntries) {

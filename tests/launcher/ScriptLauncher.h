@@ -66,7 +66,15 @@ class ScriptLauncher : public ::testing::Test {
   }
   HWND dialog(const wchar_t* className) {
     const HWND found = launcher.waitForClass(className);
-    return found && waitUntil([&] { return WindowTest::bringToFront(found); }) ? found : nullptr;
+    const auto isReady = [&] { return WindowTest::bringToFront(found) && hasFocus(found); };
+    return found && waitUntil(isReady) ? found : nullptr;
+  }
+  // Whether keys reach a part of that window.
+  static bool hasFocus(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) &&
+           IsChild(window, info.hwndFocus);
   }
   HWND menuAfterPress(int32_t row = 0) {
     pressButton(row);

@@ -43,16 +43,19 @@ class SelectorBox : public ::testing::Test {
     return "[Row=" + name + ":" + key + "]";
   }
   [[nodiscard]] int32_t runs() const { return launcher.countInLog("|$ (Selector)"); }
-  void press(int32_t row) const { LauncherWindow::press(launcher.selectors(), 5, middleOf(row)); }
+  void press(int32_t row) const {
+    sendAt(row, {buttonInput(MOUSEEVENTF_LEFTDOWN), buttonInput(MOUSEEVENTF_LEFTUP)});
+  }
+  void pressButton(POINT place) const {
+    sendAt(launcher.buttons(), place,
+           {buttonInput(MOUSEEVENTF_LEFTDOWN), buttonInput(MOUSEEVENTF_LEFTUP)});
+  }
   void pressWith(uint16_t modifier, int32_t row) const {
-    LauncherWindow::pointAt(launcher.selectors(), 5, middleOf(row));
-    WindowTest::settle();
-    ASSERT_TRUE(launcher.settle());
-    send({keyInput(modifier, 0), buttonInput(MOUSEEVENTF_LEFTDOWN), buttonInput(MOUSEEVENTF_LEFTUP),
-          keyInput(modifier, KEYEVENTF_KEYUP)});
+    sendAt(row, {keyInput(modifier, 0), buttonInput(MOUSEEVENTF_LEFTDOWN),
+                 buttonInput(MOUSEEVENTF_LEFTUP), keyInput(modifier, KEYEVENTF_KEYUP)});
   }
   void rightPress(int32_t row) const {
-    LauncherWindow::rightPress(launcher.selectors(), 5, middleOf(row));
+    sendAt(row, {buttonInput(MOUSEEVENTF_RIGHTDOWN), buttonInput(MOUSEEVENTF_RIGHTUP)});
   }
   void pressAndRun(int32_t row, const std::string& name, int32_t times = 1) const {
     press(row);
@@ -87,8 +90,13 @@ class SelectorBox : public ::testing::Test {
   void choose(uint16_t arrow, int32_t presses) {
     const HWND menu = launcher.waitForClass(LauncherWindow::MenuClass);
     ASSERT_NE(menu, nullptr);
-    for (int32_t i = 0; i < presses; ++i) WindowTest::pressKey(arrow);
-    WindowTest::pressKey(VK_RETURN);
+    std::vector<INPUT> inputs;
+    for (int32_t i = 0; i <= presses; ++i) {
+      const uint16_t virtualKey = i < presses ? arrow : VK_RETURN;
+      inputs.push_back(keyInput(virtualKey, 0));
+      inputs.push_back(keyInput(virtualKey, KEYEVENTF_KEYUP));
+    }
+    send(inputs);
     ASSERT_TRUE(hasEnded(menu));
   }
   // The whole file, to the byte.
@@ -121,10 +129,29 @@ class SelectorBox : public ::testing::Test {
     input.mi.dwFlags = flags;
     return input;
   }
-  // In one go: when the pointer or the focus comes to a window, the display lets go of keys that
-  // nobody holds on a real keyboard.
+  // In one go: what the display tells of a moved pointer or a new focus comes late. It lets go of
+  // keys that nobody holds on a real keyboard, and takes the choice in a menu away.
   static void send(std::vector<INPUT> inputs) {
     SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+  }
+  void sendAt(int32_t row, const std::vector<INPUT>& inputs) const {
+    sendAt(launcher.selectors(), {5, middleOf(row)}, inputs);
+  }
+  // The same behind one more move to the place, which the pointer may have been taken from.
+  void sendAt(HWND box, POINT place, std::vector<INPUT> inputs) const {
+    LauncherWindow::pointAt(box, place.x, place.y);
+    WindowTest::settle();
+    EXPECT_TRUE(launcher.settle());
+    ClientToScreen(box, &place);
+    INPUT move = buttonInput(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE);
+    move.mi.dx = absolute(place.x, SM_CXSCREEN);
+    move.mi.dy = absolute(place.y, SM_CYSCREEN);
+    inputs.insert(inputs.begin(), move);
+    send(inputs);
+  }
+  // The middle of a pixel, of 65,536 for the whole screen.
+  static int32_t absolute(int32_t pixel, int metric) {
+    return (2 * pixel + 1) * 0x8000 / GetSystemMetrics(metric);
   }
   [[nodiscard]] int32_t middleOf(int32_t row) const { return middles_[static_cast<size_t>(row)]; }
   // There are so many rows that they, and not the buttons, make the height.
@@ -177,7 +204,7 @@ TEST_F(SelectorBox, InARowOfButtonsNoneRunsWhateverTheOptionSays) {
   ASSERT_TRUE(launcher.open());
   ASSERT_TRUE(launcher.bringToFront());
   EXPECT_EQ(launcher.selectors(), nullptr);
-  LauncherWindow::press(launcher.buttons(), 12, 12);
+  pressButton({12, 12});
   EXPECT_TRUE(launcher.waitForLog("|$ (Button)x\r\n"));
   EXPECT_EQ(launcher.configuration(), before);
   EXPECT_TRUE(launcher.close());

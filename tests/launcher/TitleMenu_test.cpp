@@ -3,7 +3,9 @@
 #include "launcher/LauncherProcess.h"
 #include "launcher/LauncherWindow.h"
 
+#include <fstream>
 #include <map>
+#include <vector>
 
 namespace {
 
@@ -104,6 +106,42 @@ const std::map<std::string, std::string>& englishTexts() {
 
 constexpr const char* StoredPlace = "[MainDialog]\r\nWindowRect_L=40\r\nWindowRect_T=50\r\n";
 
+// A file type of the user that one program opens, for as long as this lives.
+class FileType {
+ public:
+  FileType(const std::wstring& extension, const std::string& program)
+      : key_(L"Software\\Classes\\" + extension) {
+    const std::wstring command = L"\"" + wideOf(program) + L"\" \"%1\"";
+    RegSetKeyValueW(HKEY_CURRENT_USER, (key_ + L"\\shell\\open\\command").c_str(), nullptr, REG_SZ,
+                    command.c_str(), static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
+  }
+  ~FileType() { RegDeleteTreeW(HKEY_CURRENT_USER, key_.c_str()); }
+  FileType(const FileType&) = delete;
+  FileType& operator=(const FileType&) = delete;
+
+ private:
+  std::wstring key_;
+};
+
+struct TitleSearch {
+  const wchar_t* part;
+  HWND found;
+};
+
+BOOL CALLBACK compareTitle(HWND window, LPARAM parameter) {
+  auto& search = *reinterpret_cast<TitleSearch*>(parameter);
+  wchar_t title[300] = {};
+  if (IsWindowVisible(window)) InternalGetWindowText(window, title, 299);
+  if (std::wstring(title).find(search.part) != std::wstring::npos) search.found = window;
+  return search.found ? FALSE : TRUE;
+}
+
+HWND windowWithTitle(const wchar_t* part) {
+  TitleSearch search{part, nullptr};
+  EnumWindows(compareTitle, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
 class TitleMenu : public ::testing::Test {
  protected:
   bool openWith(const std::string& sections, const std::string& languages = {}) {
@@ -123,18 +161,54 @@ class TitleMenu : public ::testing::Test {
     WindowTest::pressKey(VK_RETURN);
     ASSERT_TRUE(launcher.waitUntilGone(menu));
   }
-  // The automatic one is language 0.
-  void chooseLanguage(int32_t number) {
+  // The automatic one is language 0. By the mouse: keys get lost while the second menu comes up.
+  void chooseLanguage(int32_t number, int32_t count) {
     const HWND menu = openMenu();
     ASSERT_NE(menu, nullptr);
     for (int32_t i = 0; i < EntryLanguage; ++i) WindowTest::pressKey(VK_DOWN);
     WindowTest::pressKey(VK_RIGHT);
-    ASSERT_TRUE(waitUntil(
-        [this] { return launcher.visibleWindows(LauncherWindow::MenuClass).size() == 2; }));
-    for (int32_t i = 0; i < number; ++i) WindowTest::pressKey(VK_DOWN);
-    if (getenv("L1SLEEP")) Sleep(3000);
-    WindowTest::pressKey(VK_RETURN);
+    HWND languages = nullptr;
+    ASSERT_TRUE(waitUntil([&] {
+      for (HWND found : launcher.visibleWindows(LauncherWindow::MenuClass))
+        if (found != menu) languages = found;
+      return languages != nullptr;
+    }));
+    ASSERT_TRUE(launcher.settle());
+    const SIZE size = LauncherWindow::clientSize(languages);
+    LauncherWindow::press(languages, size.cx / 2, size.cy * (2 * number + 1) / (2 * count));
     ASSERT_TRUE(launcher.waitUntilGone(menu));
+  }
+  // Of an open menu, which is closed then; 0 for none.
+  LONG widthOf(HWND menu) {
+    if (!menu) return 0;
+    const RECT area = LauncherWindow::screenRect(menu);
+    WindowTest::pressKey(VK_ESCAPE);
+    EXPECT_TRUE(launcher.waitUntilGone(menu));
+    return area.right - area.left;
+  }
+  // A viewer beside the program that tells by its command line what it shows: the launcher again.
+  void installViewer() {
+    std::error_code error;
+    std::filesystem::copy_file(launcher.run.path("Tarvellon.exe"), launcher.run.path("Zenvik.exe"),
+                               error);
+    ASSERT_FALSE(error);
+    launcher.run.writeFile("Zenvik.ini", "[Common]\r\nProgram=Tarvellon\r\n");
+  }
+  // The launcher is gone behind it.
+  void expectViewed(Entry entry, const std::string& name) {
+    HANDLE first = nullptr;
+    ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), launcher.process(), GetCurrentProcess(),
+                                &first, 0, FALSE, DUPLICATE_SAME_ACCESS));
+    choose(entry);
+    const bool isShown = launcher.takeSuccessor();
+    EXPECT_EQ(WaitForSingleObject(first, 0), static_cast<DWORD>(WAIT_TIMEOUT)) << "nobody waits";
+    TerminateProcess(first, 0);
+    WaitForSingleObject(first, WindowTest::Limit);
+    CloseHandle(first);
+    ASSERT_TRUE(isShown);
+    const std::string line = commandLineOf(launcher.process());
+    EXPECT_NE(line.find("Zenvik.exe"), std::string::npos) << line;
+    EXPECT_NE(line.find("\"" + launcher.run.path(name) + "\""), std::string::npos) << line;
   }
   // The old process has ended, and a new one has come.
   ::testing::AssertionResult restarts() {
@@ -188,15 +262,16 @@ TEST_F(TitleMenu, MovesTheWindowToTheMiddleOfThePrimaryScreen) {
 
 TEST_F(TitleMenu, AChosenLanguageIsStoredAndComesWithANewProcess) {
   ASSERT_TRUE(openWith(Sections, TwoLanguages));
-  chooseLanguage(2);
+  chooseLanguage(2, 3);
   ASSERT_TRUE(restarts());
   EXPECT_EQ(stored("UserSelection")["Language"], "ja");
+  EXPECT_EQ(stored("Language").size(), 0U);
   // The same again restarts as well.
-  chooseLanguage(2);
+  chooseLanguage(2, 3);
   ASSERT_TRUE(restarts());
   EXPECT_EQ(stored("UserSelection")["Language"], "ja");
   // And the automatic one.
-  chooseLanguage(0);
+  chooseLanguage(0, 3);
   ASSERT_TRUE(restarts());
   const auto selection = stored("UserSelection");
   ASSERT_EQ(selection.count("Language"), 1U);
@@ -204,8 +279,8 @@ TEST_F(TitleMenu, AChosenLanguageIsStoredAndComesWithANewProcess) {
 }
 
 TEST_F(TitleMenu, WithOneLanguageThereIsNothingToChoose) {
-  ASSERT_TRUE(openWith(std::string(StoredPlace) + Sections,
-                       "[LangMap]\r\nja=65001\r\n\r\n[ja]\r\n\r\n"));
+  ASSERT_TRUE(
+      openWith(std::string(StoredPlace) + Sections, "[LangMap]\r\nja=65001\r\n\r\n[ja]\r\n\r\n"));
   const HWND menu = openMenu();
   ASSERT_NE(menu, nullptr);
   for (int32_t i = 0; i < EntryLanguage; ++i) WindowTest::pressKey(VK_DOWN);
@@ -216,19 +291,77 @@ TEST_F(TitleMenu, WithOneLanguageThereIsNothingToChoose) {
   ASSERT_TRUE(launcher.settle());
   // A later command has been served, so the first one would have been.
   choose(EntryMove);
-  ASSERT_TRUE(waitUntil([this] { return LauncherWindow::screenRect(launcher.window()).left > 40; }));
+  ASSERT_TRUE(
+      waitUntil([this] { return LauncherWindow::screenRect(launcher.window()).left > 40; }));
   EXPECT_TRUE(launcher.isRunning());
   EXPECT_TRUE(stored("UserSelection").empty());
 }
 
 TEST_F(TitleMenu, AFreshSectionOfTheLanguageFileHoldsEveryText) {
   launcher.run.writeFile("LanguageFile.ini", "");
-  launcher.run.writeFile("Tarvellon.ini",
-                         std::string("[Common]\r\nProgram=Tarvellon\r\nLanguage=xx\r\n") + Sections);
+  launcher.run.writeFile(
+      "Tarvellon.ini", std::string("[Common]\r\nProgram=Tarvellon\r\nLanguage=xx\r\n") + Sections);
   ASSERT_TRUE(launcher.open());
   EXPECT_EQ(sectionOf(launcher.run.readFile("LanguageFile.ini"), "xx"), englishTexts());
   ASSERT_TRUE(launcher.close());
   EXPECT_EQ(sectionOf(launcher.run.readFile("LanguageFile.ini"), "xx"), englishTexts());
+}
+
+TEST_F(TitleMenu, TheLanguageFileBesideTheProgramIsComplete) {
+  std::ifstream stream(TARVELLON_LANGUAGES, std::ios::binary);
+  const std::string file{std::istreambuf_iterator<char>(stream), {}};
+  EXPECT_EQ(sectionOf(file, "LangMap"),
+            (std::map<std::string, std::string>{{"en", "1033"}, {"ja", "1041"}}));
+  EXPECT_EQ(sectionOf(file, "en"), englishTexts());
+  const auto japanese = sectionOf(file, "ja");
+  EXPECT_EQ(japanese.size(), englishTexts().size());
+  for (const auto& [key, text] : englishTexts()) {
+    const auto found = japanese.find(key);
+    ASSERT_NE(found, japanese.end()) << key;
+    EXPECT_FALSE(found->second.empty()) << key;
+    EXPECT_NE(found->second, text) << key;
+    EXPECT_EQ(found->second.find("%s") != std::string::npos, text.find("%s") != std::string::npos);
+  }
+  // Nothing is missing, so nothing is written.
+  launcher.run.writeFile("LanguageFile.ini", file);
+  launcher.run.writeFile(
+      "Tarvellon.ini", std::string("[Common]\r\nProgram=Tarvellon\r\nLanguage=ja\r\n") + Sections);
+  ASSERT_TRUE(launcher.open());
+  const HWND menu = openMenu();
+  ASSERT_NE(menu, nullptr);
+  WindowTest::pressKey(VK_ESCAPE);
+  ASSERT_TRUE(launcher.waitUntilGone(menu));
+  ASSERT_TRUE(launcher.close());
+  EXPECT_EQ(launcher.run.readFile("LanguageFile.ini"), file);
+}
+
+// Each of the three menus is as wide as its texts, so a longer one shows from outside.
+TEST_F(TitleMenu, TheLanguageFileChangesTheTextsOfAllMenus) {
+  const std::string longer(60, 'W');
+  std::vector<LONG> widths;
+  for (const bool isLonger : {false, true}) {
+    std::string texts = "[Default]\r\n";
+    if (isLonger)
+      for (const char* key :
+           {"TitleMenu_ViewHelp", "ButtonMenu_InsertSeparator", "SelectorMenu_InsertSeparator"})
+        texts += std::string(key) + "=" + longer + "\r\n";
+    ASSERT_TRUE(openWith(Sections, "[LangMap]\r\nqq=65000\r\n\r\n" + texts));
+    widths.push_back(widthOf(openMenu()));
+    for (const HWND box : {launcher.selectors(), launcher.buttons()}) {
+      LauncherWindow::press(box, 5, 8);
+      ASSERT_TRUE(launcher.waitForLog(box == launcher.buttons() ? "|$ (Button)Hello\r\n"
+                                                                : "|$ (Selector)One\r\n"));
+      ASSERT_TRUE(launcher.settle());
+      WindowTest::pressKey(VK_RIGHT);
+      widths.push_back(widthOf(launcher.waitForClass(LauncherWindow::MenuClass)));
+    }
+    ASSERT_TRUE(launcher.close());
+  }
+  ASSERT_EQ(widths.size(), 6U);
+  for (size_t menu = 0; menu < 3; ++menu) {
+    EXPECT_GT(widths[menu], 0);
+    EXPECT_GT(widths[menu + 3], widths[menu] + 100) << menu;
+  }
 }
 
 // --- Fonts
@@ -262,37 +395,49 @@ TEST_F(TitleMenu, AChosenFontIsStoredInASectionOfItsOwnAndRestarts) {
     ASSERT_TRUE(restarts());
     const auto font = stored(section);
     EXPECT_EQ(font.size(), 14U) << launcher.configuration();
-    for (const char* key :
-         {"Height", "Width", "Escapement", "Orientation", "Weight", "Italic", "Underline",
-          "StrikeOut", "Charset", "OutPrecision", "ClipPrecision", "Quality", "PitchFamily",
-          "FaceName"})
+    for (const char* key : {"Height", "Width", "Escapement", "Orientation", "Weight", "Italic",
+                            "Underline", "StrikeOut", "Charset", "OutPrecision", "ClipPrecision",
+                            "Quality", "PitchFamily", "FaceName"})
       EXPECT_EQ(font.count(key), 1U) << key;
   }
 }
 
 // --- Documents and folders
 
-// The viewer is told by its command line which document it shows.
 TEST_F(TitleMenu, TheVersionLineShowsTheReadmeEvenWithoutAHelpFile) {
-  std::error_code error;
-  std::filesystem::copy_file(launcher.run.path("Tarvellon.exe"), launcher.run.path("Zenvik.exe"),
-                             error);
-  ASSERT_FALSE(error);
-  launcher.run.writeFile("Zenvik.ini", "[Common]\r\nProgram=Tarvellon\r\n");
+  installViewer();
   launcher.run.writeFile("ReadMe_Tarvellon.txt", "");
   ASSERT_TRUE(openWith(std::string("[Manual]\r\nManual=*.none\r\n") + Sections));
-  HANDLE first = nullptr;
-  ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), launcher.process(), GetCurrentProcess(), &first,
-                              0, FALSE, DUPLICATE_SAME_ACCESS));
-  choose(EntryVersion);
-  const bool isShown = launcher.takeSuccessor();
-  EXPECT_EQ(WaitForSingleObject(first, 0), static_cast<DWORD>(WAIT_TIMEOUT)) << "nobody waits";
-  TerminateProcess(first, 0);
-  WaitForSingleObject(first, WindowTest::Limit);
-  CloseHandle(first);
-  ASSERT_TRUE(isShown);
-  const std::string line = commandLineOf(launcher.process());
-  EXPECT_NE(line.find("Zenvik.exe"), std::string::npos) << line;
-  EXPECT_NE(line.find("\"" + launcher.run.path("ReadMe_Tarvellon.txt") + "\""), std::string::npos)
-      << line;
+  expectViewed(EntryVersion, "ReadMe_Tarvellon.txt");
+}
+
+TEST_F(TitleMenu, HelpShowsTheOnlyHelpFile) {
+  installViewer();
+  launcher.run.writeFile("ReadMe_Book.md", "");
+  ASSERT_TRUE(openWith(Sections));
+  expectViewed(EntryHelp, "ReadMe_Book.md");
+}
+
+TEST_F(TitleMenu, TheGuiProfileOpensByItsAssociation) {
+  installViewer();
+  launcher.run.writeFile("Look.tarvelloncheck", "[WindowParameter]\r\nMargin=4\r\n");
+  const FileType type(L".tarvelloncheck", launcher.run.path("Zenvik.exe"));
+  launcher.run.writeFile(
+      "Tarvellon.ini",
+      std::string("[Common]\r\nProgram=Tarvellon\r\nGuiProfile=Look.tarvelloncheck\r\n") +
+          Sections);
+  ASSERT_TRUE(launcher.open());
+  expectViewed(EntryGuiProfile, "Look.tarvelloncheck");
+}
+
+TEST_F(TitleMenu, TheLogFolderOpens) {
+  ASSERT_TRUE(openWith("[Option]\r\nLogFolder=Diary_of_this_check\r\n[Button:A]\r\n"));
+  choose(EntryLogFolder);
+  HWND folder = nullptr;
+  EXPECT_TRUE(waitUntil([&] {
+    folder = windowWithTitle(L"Diary_of_this_check");
+    return folder != nullptr;
+  }));
+  if (folder) PostMessageW(folder, WM_CLOSE, 0, 0);
+  EXPECT_TRUE(waitUntil([] { return !windowWithTitle(L"Diary_of_this_check"); }));
 }
