@@ -36,6 +36,23 @@ build() { # PRESET
   return 1
 }
 
+# The next two work on the variables of run_lane.
+run_tests() { # JUNIT-FILE CTEST-ARGUMENTS...
+  (cd "build/$preset" &&
+    GTEST_OUTPUT="$reports" ctest -j "$parallel" --output-on-failure --timeout 900 \
+      --output-junit "$results/$1" "${@:2}")
+}
+
+# Real windows share focus and foreground with whatever else wakes up on the display, so a test
+# that fails there is run once more, by itself.
+run_failed_again() {
+  local name filter
+  for name in $(tools/count-tests --failed "$results"); do
+    filter=$(tools/count-tests --failed "$results" "$name")
+    GTEST_FILTER=${filter:-*} run_tests "$name.junit" -R "^$name\$"
+  done
+}
+
 run_lane() { # PRESET PARALLEL
   local preset=$1 parallel=$2 results=$TOP/build/results/$1 log=$logs/test-$1.log
   local reports=xml:$results/
@@ -44,18 +61,10 @@ run_lane() { # PRESET PARALLEL
     add_totals "$preset" 0 1
     return
   fi
-  # A Windows runner wants the folder in its own words. Real windows share focus and foreground
-  # with whatever else wakes up on the display, so a runner that fails there is run once more.
-  local again=()
-  case "$preset" in
-    win*)
-      reports="xml:Z:${results//\//\\}\\"
-      again=(--repeat until-pass:2)
-      ;;
-  esac
-  (cd "build/$preset" &&
-    GTEST_OUTPUT="$reports" ctest -j "$parallel" "${again[@]}" --output-on-failure --timeout 900 \
-      --output-junit "$results/ctest.junit") >"$log" 2>&1
+  # A Windows runner wants the folder in its own words.
+  case "$preset" in win*) reports="xml:Z:${results//\//\\}\\" ;; esac
+  run_tests ctest.junit >"$log" 2>&1
+  case "$preset" in win*) run_failed_again >>"$log" 2>&1 ;; esac
   local totals
   totals=$(tools/count-tests "$results")
   # shellcheck disable=SC2086

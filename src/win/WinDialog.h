@@ -54,7 +54,8 @@ class WinDialog : public WinView, public WinDialogResize {
   ~WinDialog() override; // a window that still stands is destroyed
 
   // Registers the class where needed, creates and shows the top-level window. The class keeps the
-  // icons of the first dialog of its name.
+  // icons of the first dialog of its name. Not while its window stands: that one would stay behind
+  // without a view.
   void Create();
   using WinView::Create;
   // Serves the thread's messages until WM_QUIT, whose wParam it gives; at once without a window.

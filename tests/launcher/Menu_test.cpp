@@ -16,11 +16,15 @@ class ScriptMenu : public ScriptLauncher {
   }
   // Of the menu of a button, opened and closed again; -1 when that fails.
   LONG heightOfMenu(int32_t row) {
+    const int32_t ends = launcher.countInLog("@Executor>User");
     const HWND shown = menuAfterPress(row);
     if (!shown) return -1;
     const LONG height = heightOf(shown);
     keys({VK_ESCAPE});
-    return launcher.waitUntilGone(shown) && isBack() ? height : -1;
+    return launcher.waitUntilGone(shown) && launcher.waitForLog("@Executor>User", ends + 1) &&
+                   isBack()
+               ? height
+               : -1;
   }
   static COLORREF normalColour() {
     COLORREF colour = GetSysColor(COLOR_MENU);
@@ -135,6 +139,8 @@ TEST_F(ScriptMenu, APressElsewhereClosesItToo) {
   openMenuOf(item("First"));
   const HWND shown = menuAfterPress();
   ASSERT_NE(shown, nullptr);
+  WindowTest::movePointer(3, 3);
+  ASSERT_TRUE(launcher.settle());
   WindowTest::pressMouse(3, 3);
   ASSERT_TRUE(launcher.waitUntilGone(shown));
   EXPECT_TRUE(launcher.waitForLog("|$ Failed\r\n", 2));

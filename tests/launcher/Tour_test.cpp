@@ -26,8 +26,8 @@ class ScriptTour : public ScriptLauncher {
     ASSERT_NE(launcher.configuration().find("AbortExecution"), std::string::npos);
     ASSERT_NE(launcher.configuration().find("[Action:Greet]"), std::string::npos);
   }
-  // From the press to the last question; leaves that open. Programs are started when told to.
-  HWND lastQuestion(bool startsPrograms) {
+  // From the press to the last question, which is left open. No programs are started.
+  HWND lastQuestion() {
     const HWND way = menuAfterPress();
     if (!way) return nullptr;
     keys({VK_DOWN, VK_RETURN});
@@ -43,9 +43,15 @@ class ScriptTour : public ScriptLauncher {
     if (!answer(message, {VK_RETURN})) return nullptr;
     const HWND programs = dialog(QuestionClass);
     if (!programs) return nullptr;
-    keys({startsPrograms ? uint16_t{VK_LEFT} : uint16_t{VK_RIGHT}, VK_RETURN});
+    keys({VK_RIGHT, VK_RETURN});
     if (!launcher.waitUntilGone(programs)) return nullptr;
     return dialog(QuestionClass);
+  }
+  // For messages: where the run stands.
+  [[nodiscard]] std::string endOfLog() const {
+    const std::string log = launcher.run.log();
+    constexpr size_t Length = 1500;
+    return log.size() > Length ? log.substr(log.size() - Length) : log;
   }
   void expectCommandsInLog(const std::vector<const char*>& names) const {
     for (const char* name : names)
@@ -57,8 +63,8 @@ class ScriptTour : public ScriptLauncher {
 
 TEST_F(ScriptTour, AbortsWhenNothingFollows) {
   openTour();
-  const HWND last = lastQuestion(false);
-  ASSERT_NE(last, nullptr);
+  const HWND last = lastQuestion();
+  ASSERT_NE(last, nullptr) << endOfLog();
   ASSERT_TRUE(answer(last, {VK_RETURN}));
   EXPECT_TRUE(launcher.waitForLog("|[AbortExecution]"));
   expectCommandsInLog({"Define", "Foreach", "For", "If", "Break", "While", "Pickup", "Action",
@@ -71,8 +77,8 @@ TEST_F(ScriptTour, AbortsWhenNothingFollows) {
 
 TEST_F(ScriptTour, StartsTheLauncherAgain) {
   openTour();
-  const HWND last = lastQuestion(false);
-  ASSERT_NE(last, nullptr);
+  const HWND last = lastQuestion();
+  ASSERT_NE(last, nullptr) << endOfLog();
   keys({VK_RIGHT, VK_RETURN});
   ASSERT_TRUE(launcher.takeSuccessor());
   EXPECT_EQ(launcher.run.logFiles().size(), 2U);
@@ -81,8 +87,8 @@ TEST_F(ScriptTour, StartsTheLauncherAgain) {
 
 TEST_F(ScriptTour, QuitsTheLauncher) {
   openTour();
-  const HWND last = lastQuestion(false);
-  ASSERT_NE(last, nullptr);
+  const HWND last = lastQuestion();
+  ASSERT_NE(last, nullptr) << endOfLog();
   keys({VK_RIGHT, VK_RIGHT, VK_RETURN});
   EXPECT_TRUE(launcher.waitForEnd());
   EXPECT_EQ(launcher.exitCode(), 0U);
@@ -98,14 +104,17 @@ TEST_F(ScriptTour, MenusQuestionsAndFormsLeaveNothingBehind) {
   openWith(button("Menu", block("Menu", item("First") + item("Second"))) +
            button("Ask", block("AskMessage", "Parameter=Go on ?\r\n")) +
            button("Form", block("InputText", "0:Variable=Name\r\n0:Initial=x\r\n")));
-  const auto once = [this] {
+  int32_t ends = 0;
+  // The window takes presses and closes again once a run is recorded as ended.
+  const auto hasEnded = [&] { return launcher.waitForLog("@Executor>User", ++ends); };
+  const auto once = [&] {
     const HWND shown = menuAfterPress(0);
     if (!shown) return false;
     pressEntry(shown, 0, 2);
-    if (!launcher.waitUntilGone(shown)) return false;
+    if (!launcher.waitUntilGone(shown) || !hasEnded()) return false;
     for (const auto& [name, row] : {std::pair{QuestionClass, 1}, std::pair{FormClass, 2}}) {
       const HWND opened = dialogAfterPress(name, row);
-      if (!opened || !answer(opened, {VK_RETURN})) return false;
+      if (!opened || !answer(opened, {VK_RETURN}) || !hasEnded()) return false;
     }
     return launcher.settle();
   };

@@ -67,8 +67,7 @@ TEST_F(WinEdgeMove, NothingMovesWithoutTheFlagOrWhereItIsNotAllowed) {
   still.open();
   still.drag({50, 40}, {30, 30});
   EXPECT_EQ(still.windowRect().left, Left);
-  still.Create(); // leaves its place to the next
-  DestroyWindow(still.window);
+  DestroyWindow(still.window); // leaves its place to the next
 
   EdgeDialog refusing(EdgeMove);
   refusing.picker.mayMove = false;

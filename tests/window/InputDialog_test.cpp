@@ -100,7 +100,7 @@ class InputDialog : public InputFixture {
   }
   // Runs the form over the main dialog; the actions come one after the other when it stands.
   int32_t run(std::initializer_list<Action> actions) {
-    main.Create();
+    if (!main.window) main.Create(); // a second run has the first one's
     Steps steps;
     for (const Action& action : actions)
       steps.when([this] { return isReady() && !shownMenu(); }, action);

@@ -160,6 +160,17 @@ std::vector<HWND> windowsOfClass(const wchar_t* className) {
   return search.found;
 }
 
+std::vector<HWND> standingDialogs() {
+  std::vector<HWND> found = windowsOfClass(nullptr);
+  const auto procedure = reinterpret_cast<ULONG_PTR>(&WinLayer::WinDialog::WindowProcedure);
+  found.erase(std::remove_if(found.begin(), found.end(),
+                             [procedure](HWND each) {
+                               return GetClassLongPtrW(each, GCLP_WNDPROC) != procedure;
+                             }),
+              found.end());
+  return found;
+}
+
 std::wstring textOf(HWND window) {
   wchar_t text[1024] = {};
   GetWindowTextW(window, text, static_cast<int>(std::size(text)));
@@ -222,6 +233,10 @@ void Steps::advance() {
 }
 
 // --- Fixture
+
+Fixture::~Fixture() {
+  for (const HWND each : standingDialogs()) ADD_FAILURE() << "left standing: " << describe(each);
+}
 
 void Fixture::SetUp() {
   movePointer(1, 1);

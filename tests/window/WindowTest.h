@@ -79,8 +79,14 @@ class Steps {
   UINT_PTR timer_;
 };
 
+// The dialogs of this process that stand, of whatever class.
+std::vector<HWND> standingDialogs();
+
 // Leaves a clean thread to the next test: no window, no WM_QUIT, the pointer out of the way.
 class Fixture : public ::testing::Test {
+ public:
+  ~Fixture() override; // after the members of a test's own fixture, which may be dialogs
+
  protected:
   void SetUp() override;
   void TearDown() override;
