@@ -75,6 +75,8 @@ void WinEditBox::MeasureText(WinRect& area) {
 
 void WinEditBox::OnCreated() {
   WinPlaneBox::OnCreated();
+  // A box whose dialog is created again has a window without the context of the one before.
+  info.setFlag(WinEditBoxInfo::ContextAttached, false);
   takeOffsets();
 }
 

@@ -177,6 +177,21 @@ TEST_F(MainDialog, PlaceIsSavedAtTheEndAndRestored) {
   EXPECT_EQ(cornerOf(launcher.window()).y, 234);
 }
 
+TEST_F(MainDialog, PlaceIsSavedAtOnceWhenTheWindowLeavesItsNormalState) {
+  launcher.configure(withOptions(""));
+  ASSERT_TRUE(launcher.open());
+  SetWindowPos(launcher.window(), nullptr, 111, 122, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  ASSERT_TRUE(waitUntil([this] { return cornerOf(launcher.window()).x == 111; }));
+  const RECT place = LauncherWindow::screenRect(launcher.window());
+  ShowWindowAsync(launcher.window(), SW_MINIMIZE);
+  ASSERT_TRUE(launcher.waitForFile("Tarvellon.ini", "WindowRect_B="));
+  EXPECT_TRUE(launcher.isRunning());
+  EXPECT_EQ(stored("L"), 111);
+  EXPECT_EQ(stored("T"), 122);
+  EXPECT_EQ(stored("R"), place.right);
+  EXPECT_EQ(stored("B"), place.bottom);
+}
+
 TEST_F(MainDialog, TheStripMovesTheWindow) {
   launcher.configure(withOptions(""));
   ASSERT_TRUE(launcher.open());

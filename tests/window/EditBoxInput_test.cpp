@@ -111,6 +111,21 @@ TEST_F(EditBoxInput, TheContextIsMadeAtTheFirstFocusAndGoesWithTheBox) {
   EXPECT_EQ(method.times("destroy"), 1);
 }
 
+TEST_F(EditBoxInput, TheWindowOfADialogCreatedAgainGetsTheContextToo) {
+  WinEditBox other;
+  TestDialog second;
+  other.rect = {10, 10, 100, 30};
+  for (int run = 1; run <= 2; ++run) {
+    second.Create();
+    second.addChild(other);
+    SendMessageW(other.window, WM_SETFOCUS, 0, 0);
+    EXPECT_EQ(method.times("attach"), run);
+    EXPECT_EQ(method.associated, other.window);
+    DestroyWindow(second.window);
+  }
+  EXPECT_EQ(method.times("create"), 1);
+}
+
 TEST_F(EditBoxInput, WithoutAnInputMethodThereIsNoContext) {
   method.present = false;
   open(u"ab");

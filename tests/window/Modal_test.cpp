@@ -1,4 +1,6 @@
 // Modal dialogs: what they block, and how they are called back.
+#include "win/WinEditBox.h"
+#include "win/WinStaticBox.h"
 #include "window/TestDialog.h"
 
 using namespace WindowTest;
@@ -252,6 +254,40 @@ TEST_F(Modal, ABlockedDialogPaintsAfterwardsItsChildrenMeanwhile) {
   EXPECT_TRUE(steps.areDone());
   EXPECT_TRUE(pumpUntil([&] { return dialogPaints.count > before; }));
   EXPECT_EQ(pixel(stack.main.window, 5, 90), GetSysColor(COLOR_3DFACE));
+}
+
+TEST_F(Modal, WhatTheChildrenOfABlockedDialogShowStaysUntilTheyMayDraw) {
+  Stack stack;
+  WinStaticBox label;
+  WinEditBox edit;
+  label.rect = {10, 50, 60, 70};
+  edit.rect = {70, 50, 120, 70};
+  label.background = edit.background = RGB(255, 0, 0);
+  stack.main.addChild(label);
+  stack.main.addChild(edit);
+  const auto show = [&](COLORREF colour) {
+    return pixel(label.window, 40, 10) == colour && pixel(edit.window, 40, 10) == colour;
+  };
+  ASSERT_TRUE(pumpUntil([&] { return show(RGB(255, 0, 0)); }));
+  Counter labelPaints(label, WM_PAINT);
+  Counter editPaints(edit, WM_PAINT);
+  Steps steps;
+  steps
+      .when([&] { return isReady(stack.first); },
+            [&] {
+              labelPaints.count = editPaints.count = 0;
+              label.background = edit.background = RGB(0, 0, 255);
+              label.invalidate();
+              edit.invalidate();
+            })
+      .when([&] { return labelPaints.count > 0 && editPaints.count > 0; },
+            [&] {
+              EXPECT_TRUE(show(RGB(255, 0, 0)));
+              pressKey(VK_ESCAPE);
+            });
+  stack.first.RunModal(&stack.main);
+  EXPECT_TRUE(steps.areDone());
+  EXPECT_TRUE(pumpUntil([&] { return show(RGB(0, 0, 255)); }));
 }
 
 TEST_F(Modal, ABlockedDialogThatIsDestroyedLeavesNothing) {
